@@ -1,0 +1,38 @@
+/* Control of the simulated device service. */
+#ifndef NEXO_SIM_H
+#define NEXO_SIM_H
+
+#include "NexoSdk.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* No devices, no customization name, results 0, no pending events, detection defaults. */
+NEXO_API void NexoSim_Reset(void);
+/* The available device list (at most NEXO_DEVICE_LIST_MAX names are reported). */
+NEXO_API void NexoSim_SetDevices(const char *const *names, int count);
+/* NULL: GetCustomizeName fails (non-zero). */
+NEXO_API void NexoSim_SetCustomizeName(const char *name);
+/* What both Register functions return. */
+NEXO_API void NexoSim_SetRegisterResult(long result);
+/* What GetAvailableDeviceList returns. */
+NEXO_API void NexoSim_SetDeviceListResult(long result);
+/* Delivers the event after delayMs on the library's own thread, once to each distinct
+   registered callback. */
+NEXO_API void NexoSim_PostEvent(int enNotifyType, int delayMs);
+/* Registrations of both kinds now in force. */
+NEXO_API int NexoSim_RegisteredCallbackCount(void);
+
+/* Detection as a device manager starts it: NexoSim_StartDetection posts the configured event
+   (0 posts nothing) after the configured delay. Default: NEXO_EVENT_DEV_DETECTED after 100 ms. */
+NEXO_API void NexoSim_SetDetection(int enNotifyType, int delayMs);
+NEXO_API long NexoSim_StartDetection(void);
+/* Blocks until every event posted so far has been delivered (or timeoutMs passed); 0 when idle. */
+NEXO_API long NexoSim_WaitIdle(int timeoutMs);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* NEXO_SIM_H */
