@@ -38,10 +38,12 @@ enum {
     NEXO_ERR_NOT_FOUND = 2,
     NEXO_ERR_IO = 3,
     NEXO_ERR_NOT_REGISTERED = 4,
-    NEXO_ERR_NO_CUSTOMIZATION = 5
+    NEXO_ERR_NO_CUSTOMIZATION = 5,
+    NEXO_ERR_TIMEOUT = 6
 };
 
-NEXO_API long NEXO_GetSettings(const NEXO_CHAR16 *group, const NEXO_CHAR16 *key, NEXO_CHAR16 **value);
+NEXO_API long NEXO_GetSettings(const NEXO_CHAR16 *group, const NEXO_CHAR16 *key,
+                               NEXO_CHAR16 **value);
 NEXO_API long NEXO_SetSettings(const NEXO_CHAR16 *group, const NEXO_CHAR16 *key,
                                const NEXO_CHAR16 *value);
 

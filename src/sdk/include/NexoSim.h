@@ -28,8 +28,15 @@ NEXO_API int NexoSim_RegisteredCallbackCount(void);
    (0 posts nothing) after the configured delay. Default: NEXO_EVENT_DEV_DETECTED after 100 ms. */
 NEXO_API void NexoSim_SetDetection(int enNotifyType, int delayMs);
 NEXO_API long NexoSim_StartDetection(void);
-/* Blocks until every event posted so far has been delivered (or timeoutMs passed); 0 when idle. */
+/* Blocks until every event posted so far has been delivered (or timeoutMs passed); 0 when idle,
+   NEXO_ERR_TIMEOUT otherwise (at once when called from inside a callback). */
 NEXO_API long NexoSim_WaitIdle(int timeoutMs);
+
+/* Takes the devices and the customization name from the settings store, group "simulator":
+   key "devices" (names separated by ';', blanks around them dropped) and key "customize".
+   A missing key leaves that part as it is. 0 when at least one key was found, otherwise
+   NEXO_ERR_NOT_FOUND. */
+NEXO_API long NexoSim_LoadFromSettings(void);
 
 #ifdef __cplusplus
 }

@@ -1,0 +1,142 @@
+#include "IniDocument.h"
+
+#include "IniEscape.h"
+#include "Utf16.h"
+
+namespace nexo {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool isSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// True when the last character of text is not itself escaped by a backslash.
+bool endsUnescaped(std::string_view text)
+{
+    size_t backslashes = 0;
+    for (size_t i = text.size() - 1; i > 0 && text[i - 1] == '\\'; --i)
+        ++backslashes;
+    return backslashes % 2 == 0;
+}
+
+} // namespace
+
+std::optional<IniDocument> IniDocument::parse(std::string_view text)
+{
+    if (!isValidUtf8(text))
+        return std::nullopt;
+    if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
+        text.remove_prefix(kByteOrderMark.size());
+
+    IniDocument document;
+    std::string currentGroup;
+    while (!text.empty()) {
+        const size_t end = text.find('\n');
+        const std::string_view line =
+            trimmed(text.substr(0, end == std::string_view::npos ? text.size() : end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+
+        if (line.empty() || line.front() == ';' || line.front() == '#')
+            continue;
+        if (line.front() == '[') {
+            if (line.size() < 2 || line.back() != ']' || !endsUnescaped(line))
+                return std::nullopt;
+            auto name = iniUnescape(line.substr(1, line.size() - 2));
+            if (!name)
+                return std::nullopt;
+            currentGroup = std::move(*name);
+            document.group(currentGroup);
+            continue;
+        }
+        const size_t separator = findUnescapedSeparator(line);
+        if (separator == std::string_view::npos)
+            return std::nullopt;
+        auto key = iniUnescape(trimmed(line.substr(0, separator)));
+        auto value = iniUnescape(trimmed(line.substr(separator + 1)));
+        if (!key || !value)
+            return std::nullopt;
+        document.setValue(currentGroup, *key, *value);
+    }
+    return document;
+}
+
+std::string IniDocument::serialize() const
+{
+    std::string out;
+    for (const Group &g : m_groups) {
+        if (g.entries.empty())
+            continue;
+        if (!out.empty())
+            out += '\n';
+        out += '[';
+        out += iniEscape(g.name, IniField::Group);
+        out += "]\n";
+        for (const auto &[key, value] : g.entries) {
+            out += iniEscape(key, IniField::Key);
+            out += '=';
+            out += iniEscape(value, IniField::Value);
+            out += '\n';
+        }
+    }
+    return out;
+}
+
+const std::string *IniDocument::value(const std::string &group, const std::string &key) const
+{
+    const Group *g = findGroup(group);
+    if (!g)
+        return nullptr;
+    const auto it = g->index.find(key);
+    return it == g->index.end() ? nullptr : &g->entries[it->second].second;
+}
+
+void IniDocument::setValue(const std::string &groupName, const std::string &key,
+                           const std::string &value)
+{
+    Group &g = group(groupName);
+    const auto it = g.index.find(key);
+    if (it != g.index.end()) {
+        g.entries[it->second].second = value;
+        return;
+    }
+    g.index.emplace(key, g.entries.size());
+    g.entries.emplace_back(key, value);
+}
+
+size_t IniDocument::keyCount() const
+{
+    size_t count = 0;
+    for (const Group &g : m_groups)
+        count += g.entries.size();
+    return count;
+}
+
+IniDocument::Group &IniDocument::group(const std::string &name)
+{
+    const auto it = m_groupIndex.find(name);
+    if (it != m_groupIndex.end())
+        return m_groups[it->second];
+    m_groupIndex.emplace(name, m_groups.size());
+    m_groups.push_back(Group{name, {}, {}});
+    return m_groups.back();
+}
+
+const IniDocument::Group *IniDocument::findGroup(const std::string &name) const
+{
+    const auto it = m_groupIndex.find(name);
+    return it == m_groupIndex.end() ? nullptr : &m_groups[it->second];
+}
+
+} // namespace nexo
