@@ -59,13 +59,25 @@ QStringList LogCapture::unstamped() const
     return result;
 }
 
-bool LogCapture::contains(const QString &text) const { return count(text) > 0; }
+bool LogCapture::contains(const QString &text) const
+{
+    return count(text) > 0;
+}
 
-bool LogCapture::containsUnstamped(const QString &text) const { return countUnstamped(text) > 0; }
+bool LogCapture::containsUnstamped(const QString &text) const
+{
+    return countUnstamped(text) > 0;
+}
 
-int LogCapture::count(const QString &text) const { return texts().count(text); }
+int LogCapture::count(const QString &text) const
+{
+    return texts().count(text);
+}
 
-int LogCapture::countUnstamped(const QString &text) const { return unstamped().count(text); }
+int LogCapture::countUnstamped(const QString &text) const
+{
+    return unstamped().count(text);
+}
 
 bool LogCapture::containsInOrder(const QStringList &wanted) const
 {
@@ -89,4 +101,7 @@ QString LogCapture::stripStamp(const QString &text)
     return match.hasMatch() ? text.mid(match.capturedLength()) : text;
 }
 
-bool LogCapture::hasStamp(const QString &text) { return stampPattern().match(text).hasMatch(); }
+bool LogCapture::hasStamp(const QString &text)
+{
+    return stampPattern().match(text).hasMatch();
+}

@@ -7,7 +7,10 @@
 
 namespace TestFiles {
 
-QString appDir() { return QCoreApplication::applicationDirPath(); }
+QString appDir()
+{
+    return QCoreApplication::applicationDirPath();
+}
 
 bool writeFile(const QString &absolutePath, const QByteArray &contents)
 {

@@ -19,7 +19,10 @@ QByteArray prefix(const char *source, const char *function);
 // "<hh:mm:ss:zzz>: <source>: <function>".
 QByteArray stampedPrefix(const char *source, const char *function);
 // A string argument for a "%s" of a log line.
-inline QByteArray arg(const QString &text) { return text.toLocal8Bit(); }
+inline QByteArray arg(const QString &text)
+{
+    return text.toLocal8Bit();
+}
 
 } // namespace LogLine
 

@@ -1,0 +1,8 @@
+#include "WindowsBaseStyle.h"
+
+#include <QStyleFactory>
+
+QStyle *createWindowsBaseStyle()
+{
+    return QStyleFactory::create(QStringLiteral("Windows"));
+}

@@ -1,0 +1,101 @@
+#include "CommonUtils.h"
+#include "LogCapture.h"
+#include "TestFiles.h"
+
+#include <QCoreApplication>
+#include <QtTest>
+
+namespace {
+const QString kSource = QStringLiteral("../../src/core/common/CommonUtils");
+}
+
+class tst_Settings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { TestFiles::useFreshSettings(); }
+
+    void roundTrip_data()
+    {
+        QTest::addColumn<QString>("group");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("value");
+        QTest::newRow("ascii") << "customize"
+                               << "operator"
+                               << "vodafone";
+        QTest::newRow("chinese arabic emoji")
+            << "language"
+            << "active" << QString::fromUtf8("中文 العربية 📶🙂");
+        QTest::newRow("empty value") << "g"
+                                     << "k" << QString();
+        QTest::newRow("separators") << "a=b"
+                                    << "[c]"
+                                    << "x=y\n[z]\\";
+    }
+    void roundTrip()
+    {
+        QFETCH(QString, group);
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        // The library reports success as 0, which this function reports as false.
+        QVERIFY(!CommonUtils::SetSettings(group, key, value));
+        LogCapture log;
+        QCOMPARE(CommonUtils::GetSettings(group, key), value);
+        QVERIFY(log.lines().size() == 1);
+        QCOMPARE(log.lines().first().type, QtDebugMsg);
+    }
+
+    void missingKeyLogsBothLines()
+    {
+        LogCapture log;
+        QCOMPARE(CommonUtils::GetSettings("customize", "nothing-here"), QString());
+        const QList<LogCapture::Line> lines = log.lines();
+        QCOMPARE(lines.size(), 2);
+        QVERIFY(LogCapture::hasStamp(lines[0].text));
+        QVERIFY(LogCapture::hasStamp(lines[1].text));
+        QCOMPARE(lines[0].type, QtDebugMsg);
+        QCOMPARE(lines[1].type, QtWarningMsg);
+        const QString debugLine = LogCapture::stripStamp(lines[0].text);
+        QVERIFY2(
+            debugLine.startsWith(
+                kSource + ": GetSettings: NEXO_GetSettings (customize, nothing-here) returned "),
+            qPrintable(debugLine));
+        const long status = debugLine.section(' ', -1).toLong();
+        QVERIFY(status != 0);
+        QCOMPARE(LogCapture::stripStamp(lines[1].text),
+                 kSource + ": GetSettings: NEXO_GetSettings returned " + QString::number(status));
+    }
+
+    void setFailureIsReportedAsTrue()
+    {
+        // A settings file below a regular file cannot be written: the library fails.
+        TestFiles::writeAppFile("/settings/blocker", "x");
+        qputenv("LINKDECK_SETTINGS",
+                QFile::encodeName(TestFiles::appDir() + "/settings/blocker/settings.ini"));
+        QVERIFY(CommonUtils::SetSettings("g", "k", "v"));
+    }
+
+    void flags()
+    {
+        QVERIFY(CommonUtils::GetSMSSeperatorConfigValue());
+        CommonUtils::SetSMSSeperatorConfigValue(false);
+        QVERIFY(!gSeparator);
+        QVERIFY(!CommonUtils::GetSMSSeperatorConfigValue());
+        CommonUtils::SetSMSSeperatorConfigValue(true);
+
+        QVERIFY(!CommonUtils::IsShuttingDown());
+        CommonUtils::SetShutDownFlag();
+        QVERIFY(CommonUtils::IsShuttingDown());
+        CommonUtils::ResetShutDownFlag();
+        QVERIFY(!CommonUtils::IsShuttingDown());
+    }
+
+    void pluginLibraryPathIsApplicationDirectory()
+    {
+        QCOMPARE(CommonUtils::GetPluginLibraryPath(), QCoreApplication::applicationDirPath());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Settings)
+#include "tst_settings.moc"
