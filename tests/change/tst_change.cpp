@@ -177,7 +177,11 @@ private slots:
         QCOMPARE(Change::GetLangName(), expected);
     }
 
-    void missingStoredLanguageIsEmpty() { QCOMPARE(Change::GetSettingDefaultLang(), QString()); }
+    void missingStoredLanguageIsEmpty()
+    {
+        TestFiles::useFreshSettings();
+        QCOMPARE(Change::GetSettingDefaultLang(), QString());
+    }
 
     void setLangNameReloadsLoadedFilesAndStores()
     {

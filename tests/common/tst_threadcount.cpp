@@ -96,7 +96,6 @@ private slots:
     void waitZeroTerminatesAtOnce()
     {
         StubbornThread thread;
-        thread.setTerminationEnabled(true);
         thread.start();
         QElapsedTimer clock;
         clock.start();
@@ -104,16 +103,6 @@ private slots:
         thread.wait(5000);
         QVERIFY(thread.isFinished());
         QVERIFY(clock.elapsed() < 4000);
-    }
-
-    void waitThreadsStopWithoutContainer()
-    {
-        CommonUtils::ThreadCountInc("Never", "ends");
-        LogCapture log;
-        CommonUtils::WaitThreadsStop();
-        QCOMPARE(log.texts(),
-                 QStringList{kSource + ": WaitThreadsStop: Startup::GetPluginContainer failed"});
-        CommonUtils::ThreadCountDec("Never", "ends");
     }
 };
 

@@ -128,11 +128,12 @@ private slots:
     void squareBarIsDrawnHorizontally()
     {
         LDKStyle style;
-        // A vertical bar as wide as high: its sub-line button (0,0,40,13) is taken from the
-        // rotated background, whose columns 13 to 46 are groove.
+        // A vertical bar as wide as high: the slider is laid along the top edge as in a
+        // horizontal bar, and the band below it (the groove) shows the rotated groove image.
         const QImage image = renderScrollBar(&style, Qt::Vertical, QSize(40, 40));
-        QCOMPARE(image.pixelColor(6, 6), kSubLine);
-        QCOMPARE(image.pixelColor(20, 6), kGroove);
+        QCOMPARE(image.pixelColor(2, 6), kTopCap);
+        QCOMPARE(image.pixelColor(6, 6), kBody);
+        QCOMPARE(image.pixelColor(6, 20), kGroove);
     }
 
     void missingImagesPaintNothing()
