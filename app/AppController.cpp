@@ -1,0 +1,141 @@
+#include "AppController.h"
+
+#include "Change.h"
+#include "CommonUtils.h"
+#include "IPluginContainer.h"
+#include "NexoSim.h"
+#include "PluginInterfaces.h"
+#include "SettingsLocation.h"
+#include "Startup.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPixmap>
+#include <QWidget>
+
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int kConfigPollMs = 50;
+
+} // namespace
+
+AppController::AppController(QApplication &app, AppOptions options)
+    : m_app(app)
+    , m_options(std::move(options))
+{
+    m_configPoll.setInterval(kConfigPollMs);
+    connect(&m_configPoll, &QTimer::timeout, this, &AppController::pollPluginsConfig);
+    connect(&m_app, &QCoreApplication::aboutToQuit, this, &AppController::writeScreenshot);
+}
+
+AppController::~AppController()
+{
+    shutDown();
+}
+
+void AppController::start()
+{
+    applySkin();
+    configureSimulator();
+    applyLanguageAndOperator();
+
+    m_pStartup = std::make_unique<Startup>(m_options.noSplash);
+    printRunInfo();
+
+    m_configPoll.start();
+    if (m_options.quitAfterMs >= 0)
+        QTimer::singleShot(m_options.quitAfterMs, &m_app, &QCoreApplication::quit);
+}
+
+void AppController::applySkin()
+{
+    const QString appDir = CommonUtils::GetPluginLibraryPath();
+    // The style finds its scroll-bar images relative to the current directory.
+    QDir::setCurrent(appDir);
+    if (!Change::ChangSkin(&m_app, appDir + QStringLiteral("/skin/IDS_SKIN_DEFAULT.qss")))
+        std::fprintf(stderr, "linkdeck: the default skin could not be applied\n");
+}
+
+void AppController::configureSimulator()
+{
+    // The settings may describe the simulated hardware; the command line wins over them.
+    NexoSim_LoadFromSettings();
+    if (!m_options.devices.isEmpty()) {
+        std::vector<QByteArray> names;
+        for (const QString &device : m_options.devices)
+            names.push_back(device.toLocal8Bit());
+        std::vector<const char *> pointers;
+        for (const QByteArray &name : names)
+            pointers.push_back(name.constData());
+        NexoSim_SetDevices(pointers.data(), int(pointers.size()));
+    }
+    if (!m_options.operatorName.isEmpty())
+        NexoSim_SetCustomizeName(m_options.operatorName.toLocal8Bit().constData());
+}
+
+void AppController::applyLanguageAndOperator()
+{
+    // Both are read by the container's constructor, so they must be stored before it runs.
+    if (!m_options.language.isEmpty())
+        Change::SetLangName(m_options.language);
+    if (!m_options.operatorName.isEmpty())
+        CommonUtils::SetSettings(QStringLiteral("customize"), QStringLiteral("operator"),
+                                 m_options.operatorName);
+}
+
+void AppController::printRunInfo() const
+{
+    std::printf("Settings file: %s\n", qPrintable(QDir::toNativeSeparators(settingsFileInUse())));
+    std::printf("Language: %s\n", qPrintable(Change::GetLangName()));
+    std::printf("Title: %s\n",
+                Change::tr(QStringLiteral("IDS_APP_TITLE"), QStringLiteral("XFramePlugin"))
+                    .toLocal8Bit()
+                    .constData());
+    std::fflush(stdout);
+}
+
+void AppController::pollPluginsConfig()
+{
+    IPluginContainer *pContainer = Startup::GetPluginContainer();
+    if (!pContainer || !pContainer->IsPluginsConfigInitialized())
+        return;
+    m_configPoll.stop();
+    // The device customization is in place: bring the loaded set in line with it, then load
+    // every enabled start-up plugin.
+    pContainer->UpdateAllStaticOrActivePlugins();
+    pContainer->LoadAllStaticOrActivePlugin();
+}
+
+void AppController::writeScreenshot()
+{
+    if (m_options.screenshotFile.isEmpty())
+        return;
+    IMainFrameUIService *pService = Startup::GetMainFrameService();
+    QWidget *pWindow = pService ? pService->GetMainWindow() : nullptr;
+    if (!pWindow) {
+        std::fprintf(stderr, "linkdeck: no main window to take a screenshot of\n");
+        m_bSucceeded = false;
+        return;
+    }
+    if (!pWindow->grab().save(m_options.screenshotFile, "PNG")) {
+        std::fprintf(stderr, "linkdeck: could not write %s\n",
+                     qPrintable(m_options.screenshotFile));
+        m_bSucceeded = false;
+        return;
+    }
+    std::printf("Screenshot: %s\n", qPrintable(m_options.screenshotFile));
+    std::fflush(stdout);
+}
+
+void AppController::shutDown()
+{
+    if (!m_pStartup)
+        return;
+    m_configPoll.stop();
+    CommonUtils::SetShutDownFlag();
+    CommonUtils::WaitThreadsStop();
+    m_pStartup.reset();
+}

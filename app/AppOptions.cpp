@@ -1,0 +1,72 @@
+#include "AppOptions.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+[[noreturn]] void failWith(const QCommandLineParser &parser, const QString &message)
+{
+    std::fprintf(stderr, "%s\n\n%s", qPrintable(message), qPrintable(parser.helpText()));
+    std::exit(EXIT_FAILURE);
+}
+
+} // namespace
+
+AppOptions parseAppOptions(const QCoreApplication &app)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("LinkDeck connection manager on a simulated device service."));
+    parser.addHelpOption();
+    const QCommandLineOption device(
+        QStringLiteral("device"),
+        QStringLiteral("Simulated available device (repeat for several devices)."),
+        QStringLiteral("name"));
+    const QCommandLineOption operatorOption(
+        QStringLiteral("operator"),
+        QStringLiteral("Operator customization name reported by the device and stored in the "
+                       "settings."),
+        QStringLiteral("name"));
+    const QCommandLineOption language(QStringLiteral("language"),
+                                      QStringLiteral("User-interface language, e.g. de-de."),
+                                      QStringLiteral("code"));
+    const QCommandLineOption screenshot(
+        QStringLiteral("screenshot"),
+        QStringLiteral("Write the main window to this PNG file just before quitting."),
+        QStringLiteral("file"));
+    const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
+                                       QStringLiteral("Quit after this many milliseconds."),
+                                       QStringLiteral("ms"));
+    const QCommandLineOption noSplash(QStringLiteral("no-splash"),
+                                      QStringLiteral("Do not show the splash screen."));
+    parser.addOptions({device, operatorOption, language, screenshot, quitAfter, noSplash});
+    parser.process(app);
+
+    if (!parser.positionalArguments().isEmpty())
+        failWith(parser, QStringLiteral("Unexpected argument: %1")
+                             .arg(parser.positionalArguments().constFirst()));
+
+    AppOptions options;
+    options.devices = parser.values(device);
+    options.operatorName = parser.value(operatorOption);
+    options.language = parser.value(language);
+    options.noSplash = parser.isSet(noSplash);
+    if (parser.isSet(screenshot)) {
+        if (parser.value(screenshot).isEmpty())
+            failWith(parser, QStringLiteral("--screenshot needs a file name"));
+        // Resolved now: the application later works from its own directory.
+        options.screenshotFile = QFileInfo(parser.value(screenshot)).absoluteFilePath();
+    }
+    if (parser.isSet(quitAfter)) {
+        bool ok = false;
+        options.quitAfterMs = parser.value(quitAfter).toInt(&ok);
+        if (!ok || options.quitAfterMs < 0)
+            failWith(parser, QStringLiteral("--quit-after needs a number of milliseconds"));
+    }
+    return options;
+}

@@ -1,0 +1,23 @@
+#ifndef LINKDECK_APP_APPOPTIONS_H
+#define LINKDECK_APP_APPOPTIONS_H
+
+#include <QString>
+#include <QStringList>
+
+class QCoreApplication;
+
+// What the command line asks of this run.
+struct AppOptions
+{
+    QStringList devices;    // the simulated device service's available devices
+    QString operatorName;   // customization name of the device and the settings' operator
+    QString language;       // language code such as "de-de"; empty keeps the stored one
+    QString screenshotFile; // absolute path of the PNG written just before quitting
+    int quitAfterMs = -1;   // quit on our own after this many milliseconds; -1 runs until closed
+    bool noSplash = false;
+};
+
+// Parses the application's arguments; prints the help or an error and exits on bad input.
+AppOptions parseAppOptions(const QCoreApplication &app);
+
+#endif // LINKDECK_APP_APPOPTIONS_H

@@ -1,0 +1,21 @@
+// LinkDeck: the connection manager's executable. The core brings the plugins up; this file only
+// wires the command line to it.
+#include "AppController.h"
+#include "AppOptions.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("linkdeck"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LINKDECK_VERSION));
+
+    AppController controller(app, parseAppOptions(app));
+    controller.start();
+    const int exitCode = app.exec();
+    controller.shutDown();
+    if (exitCode != 0)
+        return exitCode;
+    return controller.succeeded() ? 0 : 2;
+}
