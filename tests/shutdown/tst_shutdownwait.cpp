@@ -1,0 +1,103 @@
+#include "CommonUtils.h"
+#include "LogCapture.h"
+#include "Startup.h"
+#include "TestFiles.h"
+
+#include <QtTest>
+
+namespace {
+const QString kSource = QStringLiteral("../../src/core/common/CommonUtils");
+const QString kStartWait = kSource + ": WaitThreadsStop: start ThreadFinished.wait";
+const QString kEndWait = kSource + ": WaitThreadsStop: end ThreadFinished.wait";
+const char kNotifyClsid[] = "C986A689-A5F6-4215-84BD-39BA626F1F57";
+
+QByteArray pluginLibrary()
+{
+    return QByteArray("<plugins>\n"
+                      "  <plugin><name>NotifyTestPlugin</name><clsid>") +
+           kNotifyClsid +
+           "</clsid><url>.\\TestNotify.dll</url>"
+           "<active>true</active><type>3</type><setting_title>false</setting_title>"
+           "<static>true</static></plugin>\n"
+           "</plugins>\n";
+}
+
+QByteArray pluginsConfig()
+{
+    return QByteArray("<config><common><item clsid=\"") + kNotifyClsid + "\"/></common></config>\n";
+}
+} // namespace
+
+// The shut-down wait, in the order a process lives through it: the budget of twenty waits is
+// spent once per process, so the test functions depend on running in this order.
+class tst_ShutdownWait : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        TestFiles::useFreshSettings();
+        QVERIFY(TestFiles::writeAppFile("/config/pluginslib.xml", pluginLibrary()));
+        QVERIFY(TestFiles::writeAppFile("/config/PluginsConfig.xml", pluginsConfig()));
+    }
+
+    void withoutContainerOnlyLogs()
+    {
+        CommonUtils::ThreadCountInc("Worker", "pending");
+        LogCapture log;
+        CommonUtils::WaitThreadsStop();
+        QCOMPARE(log.texts(),
+                 QStringList{kSource + ": WaitThreadsStop: Startup::GetPluginContainer failed"});
+        CommonUtils::ThreadCountDec("Worker", "pending");
+    }
+
+    void notificationServiceStopsItsThreads()
+    {
+        m_startup.reset(new Startup(true));
+        IPluginContainer *container = Startup::GetPluginContainer();
+        QVERIFY(container);
+        {
+            LogCapture started;
+            container->LoadAllStaticOrActivePlugin();
+            QVERIFY(container->IsPluginLoaded(kNotifyClsid));
+            QTRY_VERIFY(started.unstamped().contains(
+                kSource + ": ThreadCountInc:threadCount is 1; thread: NotifyWorker: run"));
+        }
+
+        LogCapture log;
+        CommonUtils::WaitThreadsStop();
+        QVERIFY(log.contains(kSource + ": WaitThreadsStop: stop thread called"));
+        QVERIFY(log.contains("NotifyTestPlugin: StopThreads"));
+        QVERIFY(log.containsUnstamped(kEndWait));
+        m_waitsSpent = log.countUnstamped(kStartWait);
+        // The worker ends within a wait or two; a missed wake-up costs one 500 ms wait.
+        QVERIFY2(m_waitsSpent <= 3, qPrintable(QString::number(m_waitsSpent)));
+        QCOMPARE(CommonUtils::ThreadCountDec("Probe", "count"), -1);
+        CommonUtils::ThreadCountInc("Probe", "count");
+    }
+
+    void budgetOfTwentyWaitsPerProcess()
+    {
+        CommonUtils::ThreadCountInc("Never", "ends");
+        LogCapture log;
+        CommonUtils::WaitThreadsStop();
+        QCOMPARE(log.countUnstamped(kStartWait), 20 - m_waitsSpent);
+        QCOMPARE(log.unstamped().last(), kEndWait);
+
+        log.clear();
+        CommonUtils::WaitThreadsStop();
+        QCOMPARE(log.countUnstamped(kStartWait), 0);
+        QCOMPARE(log.countUnstamped(kEndWait), 1);
+        CommonUtils::ThreadCountDec("Never", "ends");
+    }
+
+    void cleanupTestCase() { m_startup.reset(); }
+
+private:
+    QScopedPointer<Startup> m_startup;
+    int m_waitsSpent = 0;
+};
+
+QTEST_MAIN(tst_ShutdownWait)
+#include "tst_shutdownwait.moc"
