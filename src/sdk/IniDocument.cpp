@@ -13,6 +13,17 @@ bool isSpace(char c)
     return c == ' ' || c == '\t' || c == '\r';
 }
 
+// Control characters are always written escaped; a raw one means the file was damaged.
+bool hasStrayControlCharacter(std::string_view text)
+{
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < 0x20 && c != '\n' && c != '\r' && c != '\t') || byte == 0x7F)
+            return true;
+    }
+    return false;
+}
+
 std::string_view trimmed(std::string_view text)
 {
     while (!text.empty() && isSpace(text.front()))
@@ -35,7 +46,7 @@ bool endsUnescaped(std::string_view text)
 
 std::optional<IniDocument> IniDocument::parse(std::string_view text)
 {
-    if (!isValidUtf8(text))
+    if (!isValidUtf8(text) || hasStrayControlCharacter(text))
         return std::nullopt;
     if (text.substr(0, kByteOrderMark.size()) == kByteOrderMark)
         text.remove_prefix(kByteOrderMark.size());

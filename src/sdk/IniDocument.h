@@ -20,7 +20,8 @@ namespace nexo {
 class IniDocument
 {
 public:
-    // nullopt when the text is not valid UTF-8 or a line cannot be understood.
+    // nullopt when the text is not valid UTF-8, holds a raw control character other than tab
+    // and line ends, or has a line that cannot be understood.
     static std::optional<IniDocument> parse(std::string_view text);
 
     std::string serialize() const;
