@@ -1,0 +1,29 @@
+#ifndef LINKDECK_MENUSHARED_H
+#define LINKDECK_MENUSHARED_H
+
+#include "common/LogLine.h"
+
+#include <QString>
+#include <QXmlStreamReader>
+
+// Pieces shared by the parser's reading stages, its tree operations and the builder.
+namespace MenuShared {
+
+// Every line of the menu subsystem names the parser's source file, builder lines included:
+// log filters of the field key on this path.
+constexpr const char kSource[] = LD_SOURCE("PopupMenu/MenuParse.cpp");
+
+// The "parent" value of a top-level menu, and the popup name of entries placed directly in it.
+inline QString topLevel()
+{
+    return QStringLiteral("null");
+}
+
+inline QString attribute(const QXmlStreamReader &reader, const char *name)
+{
+    return reader.attributes().value(QLatin1String(name)).toString();
+}
+
+} // namespace MenuShared
+
+#endif // LINKDECK_MENUSHARED_H
