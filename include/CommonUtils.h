@@ -4,11 +4,24 @@
 #include "CoreGlobal.h"
 
 #include <QString>
+#include <QStringList>
+#include <QVector>
 
 class QThread;
+class QWidget;
 
 // Message-separator switch read by the menu builder; true until changed.
 CORE_EXPORT extern bool gSeparator;
+
+// One row of a caller-supplied unit table for speed and traffic strings. A row applies to values
+// strictly greater than ullThreshold; the label is strUnitName unless strTrKey names a translation.
+struct TagUnits
+{
+    QString strUnitName;
+    qint32 iDivisor = 1;
+    quint64 ullThreshold = 0;
+    QString strTrKey;
+};
 
 // Static helpers shared by the core and every plugin.
 class CORE_EXPORT CommonUtils
@@ -34,6 +47,38 @@ public:
     static int ThreadCountDec(QString strClass, QString strFunction);
     static void WaitThreadsStop();
     static void WaitForThreadToStop(QThread *pThread, unsigned int unMaxWait);
+
+    // ---- Text: hyperlinks, URL opening, formatting, measuring --------------------------------
+    // A character counts as ASCII when QChar::toLatin1 gives a non-zero value (everything up to
+    // U+00FF except NUL).
+
+    // Rich text for a label: blanks become "&nbsp;", angle brackets are escaped and e-mail, www,
+    // http, https and ftp addresses are wrapped in anchors.
+    static QString ParseAndCreateHyperLinks(QString strText);
+    static QString createLinkForHttpAndFtp(QString strWord);
+    static bool CheckForEmailAddr(QString strText);
+    static bool CheckForWebAddr(QString strText);
+    static bool CheckForHttpAddr(QString strText);
+    static bool isNonAsciiCharPresent(QString strText);
+    // Maximal runs of ASCII and non-ASCII characters, in order (one empty run for "").
+    static QStringList SplitAsciiAndUnicodeString(QString strText);
+    // The whole text as the only element (none for ""); bFlag is always cleared.
+    static QStringList SplitAsciiString(QString strText, bool &bFlag);
+    static QString addSpaceToNewLine(QString strText);
+    // Runs the helper script below the application directory, or the desktop's handler without it.
+    static bool OpenUrl(QString strUrl);
+
+    static QString SpeedUnitToString(QVector<TagUnits> units, QString strPluginName);
+    static QString SpeedFluxToString(QVector<TagUnits> units, unsigned long long ullValue,
+                                     QString strPluginName);
+    // Puts a directional override mark behind brackets, commas and quotes that follow a
+    // left-to-right or right-to-left letter, so they stay beside it.
+    static void ParanthesisCorrection(QString &strText);
+    // The first reference receives the width, the second the height (callers rely on this order).
+    static void GetApplicationStringHeightAndWidth(QString strText, int &iFirst, int &iSecond);
+    static int GetWidgetStringHeightAndWidth(QWidget *pWidget, QString strText, int &iFirst,
+                                             int &iSecond);
+    static bool IsCurLangIsEnglish();
 };
 
 #endif // LINKDECK_COMMONUTILS_H

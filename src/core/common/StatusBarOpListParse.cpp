@@ -1,0 +1,251 @@
+#include "StatusBarOpListParse.h"
+
+#include "Change.h"
+#include "CommonUtils.h"
+#include "CoreLogging.h"
+#include "LogLine.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <new>
+
+namespace {
+
+const char kSource[] = LD_SOURCE("common/StatusBarOpListParse");
+const QLatin1String kPluginName("StatusBarMgrPlugin");
+
+// "<lead> <error text>  at line  <n> , column  <m> ": every piece is followed by one blank.
+QByteArray xmlErrorLine(const char *lead, const QXmlStreamReader &reader)
+{
+    const QString line = QLatin1String(lead) + QLatin1Char(' ') + reader.errorString() +
+                         QLatin1String("  at line  ") + QString::number(reader.lineNumber()) +
+                         QLatin1String(" , column  ") + QString::number(reader.columnNumber()) +
+                         QLatin1Char(' ');
+    return line.toLocal8Bit();
+}
+
+bool isStart(const QXmlStreamReader &reader, QLatin1String name)
+{
+    return reader.isStartElement() && reader.name() == name;
+}
+
+bool isEnd(const QXmlStreamReader &reader, QLatin1String name)
+{
+    return reader.isEndElement() && reader.name() == name;
+}
+
+QString attribute(const QXmlStreamReader &reader, QLatin1String name)
+{
+    return reader.attributes().value(name).toString();
+}
+
+_ST_MCCMNC_ITEM readItem(const QXmlStreamReader &reader, const QString &strRegion)
+{
+    return {attribute(reader, QLatin1String("shortdescr")),
+            attribute(reader, QLatin1String("fulldescr")), strRegion,
+            attribute(reader, QLatin1String("langid"))};
+}
+
+} // namespace
+
+StatusBarOpListParse *StatusBarOpListParse::m_spInstance = nullptr;
+
+StatusBarOpListParse *StatusBarOpListParse::GetInstance()
+{
+    if (!m_spInstance)
+        m_spInstance = new StatusBarOpListParse();
+    return m_spInstance;
+}
+
+void StatusBarOpListParse::DestroyInstance()
+{
+    delete m_spInstance;
+    m_spInstance = nullptr;
+}
+
+StatusBarOpListParse::StatusBarOpListParse()
+    : m_pHashMccMnc(new (std::nothrow) QHash<QString, _ST_MCCMNC_ITEM>)
+    , m_pHashMccOnly(new (std::nothrow) QHash<QString, _ST_MCCMNC_ITEM>)
+{
+    if (!m_pHashMccMnc || !m_pHashMccOnly) {
+        qCWarning(lcOperators, "%s: memory creation fails",
+                  LogLine::prefix(kSource, "StatusBarOpListParse").constData());
+        return;
+    }
+    // A failed load keeps what was read so far; the instance serves it all the same.
+    LoadFile(QStringLiteral("OperatorList.xml"));
+}
+
+StatusBarOpListParse::~StatusBarOpListParse()
+{
+    ReleaseData();
+}
+
+QString StatusBarOpListParse::GetLoadFileName()
+{
+    return m_strLoadFileName;
+}
+
+bool StatusBarOpListParse::LoadFile(QString strFileName)
+{
+    const QString strPath = CommonUtils::GetPluginLibraryPath() +
+                            QLatin1String("/plugins/StatusBarMgrPlugin/") + strFileName;
+    qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "LoadFile").constData());
+
+    QFile file(strPath);
+    if (!file.exists()) {
+        qCDebug(lcOperators, "%s: File %s does not exist",
+                LogLine::prefix(kSource, "LoadFile").constData(),
+                LogLine::arg(strPath).constData());
+        return false;
+    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qCDebug(lcOperators, "%s: Error open file:%s",
+                LogLine::prefix(kSource, "LoadFile").constData(),
+                LogLine::arg(strPath).constData());
+        m_strLoadFileName.clear();
+        return false;
+    }
+    QXmlStreamReader reader(&file);
+    const bool bResult = readFile(reader);
+    file.close();
+    m_strLoadFileName = strFileName;
+    return bResult;
+}
+
+bool StatusBarOpListParse::readFile(QXmlStreamReader &reader)
+{
+    qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "readFile").constData());
+    bool bResult = true;
+    while (!reader.atEnd() && bResult) {
+        reader.readNext();
+        if (reader.hasError())
+            break;
+        if (isStart(reader, QLatin1String("OperatorList"))) {
+            bResult = readOperatorList(reader);
+            reader.readNext();
+        }
+    }
+    if (reader.hasError()) {
+        qCDebug(lcOperators, "%s", xmlErrorLine("Error: ", reader).constData());
+        return false;
+    }
+    return bResult;
+}
+
+// Reading ends with the "MccOnly" section: whatever follows it is not read.
+bool StatusBarOpListParse::readOperatorList(QXmlStreamReader &reader)
+{
+    qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "readOperatorList").constData());
+    bool bResult = true;
+    while (!reader.atEnd() && bResult) {
+        if (isStart(reader, QLatin1String("MccMnc"))) {
+            if (!readMccMncInfo(reader))
+                return false;
+        } else if (isStart(reader, QLatin1String("MccOnly"))) {
+            return readMccOnlyInfo(reader);
+        } else {
+            reader.readNext();
+            bResult = checkError(reader);
+        }
+    }
+    return bResult;
+}
+
+// A "Region" names the country of the items that follow it; a later item with the same pair
+// replaces the earlier one.
+bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader &reader)
+{
+    qCDebug(lcOperators, "%s: called",
+            LogLine::stampedPrefix(kSource, "readMccMncInfo").constData());
+    if (!m_pHashMccMnc) {
+        qCWarning(lcOperators, "%s: pre condition failed",
+                  LogLine::stampedPrefix(kSource, "readMccMncInfo").constData());
+        return false;
+    }
+    QString strRegion;
+    bool bResult = true;
+    while (!reader.atEnd() && bResult) {
+        if (isEnd(reader, QLatin1String("MccMnc")))
+            return bResult;
+        if (isStart(reader, QLatin1String("Region"))) {
+            strRegion = attribute(reader, QLatin1String("descr"));
+        } else if (isStart(reader, QLatin1String("Item"))) {
+            const QString strKey =
+                attribute(reader, QLatin1String("mcc")) + attribute(reader, QLatin1String("mnc"));
+            m_pHashMccMnc->insert(strKey, readItem(reader, strRegion));
+        }
+        reader.readNext();
+        bResult = checkError(reader);
+    }
+    return bResult;
+}
+
+bool StatusBarOpListParse::readMccOnlyInfo(QXmlStreamReader &reader)
+{
+    qCDebug(lcOperators, "%s: called",
+            LogLine::stampedPrefix(kSource, "readMccOnlyInfo").constData());
+    if (!m_pHashMccOnly) {
+        qCWarning(lcOperators, "%s: pre condition failed",
+                  LogLine::stampedPrefix(kSource, "readMccOnlyInfo").constData());
+        return false;
+    }
+    bool bResult = true;
+    while (!reader.atEnd() && bResult) {
+        if (isEnd(reader, QLatin1String("MccOnly")))
+            return bResult;
+        if (isStart(reader, QLatin1String("Item")))
+            m_pHashMccOnly->insert(attribute(reader, QLatin1String("mcc")),
+                                   readItem(reader, QString()));
+        reader.readNext();
+        bResult = checkError(reader);
+    }
+    return bResult;
+}
+
+bool StatusBarOpListParse::checkError(QXmlStreamReader &reader)
+{
+    if (!reader.hasError())
+        return true;
+    qCWarning(lcOperators, "%s", xmlErrorLine("Error:", reader).constData());
+    return false;
+}
+
+// An exact pair wins; an MCC-only entry gives the country's name with the MNC appended, and its
+// short name doubles as the full name.
+_ST_MCCMNC_ITEM StatusBarOpListParse::GetOperatorData(QString strMcc, QString strMnc)
+{
+    _ST_MCCMNC_ITEM result;
+    if (!m_pHashMccMnc || !m_pHashMccOnly)
+        return result;
+
+    const auto exact = m_pHashMccMnc->constFind(strMcc + strMnc);
+    if (exact != m_pHashMccMnc->constEnd()) {
+        result = *exact;
+    } else {
+        const auto country = m_pHashMccOnly->constFind(strMcc);
+        if (country != m_pHashMccOnly->constEnd()) {
+            result.strShortDescr = country->strShortDescr + strMnc;
+            result.strFullDescr = country->strShortDescr;
+            result.strLangId = country->strLangId;
+        }
+    }
+    if (!result.strLangId.isEmpty()) {
+        const QString strTranslated = Change::tr(result.strLangId, kPluginName);
+        if (!strTranslated.isEmpty())
+            result.strShortDescr = strTranslated;
+    }
+    return result;
+}
+
+// Runs once, from the destructor. The MCC+MNC pointer is cleared twice and the MCC-only pointer
+// is left as it was; nothing reads the tables afterwards.
+void StatusBarOpListParse::ReleaseData()
+{
+    qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "ReleaseData").constData());
+    delete m_pHashMccMnc;
+    m_pHashMccMnc = nullptr;
+    delete m_pHashMccOnly;
+    m_pHashMccMnc = nullptr;
+}
