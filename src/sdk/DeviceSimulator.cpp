@@ -235,8 +235,10 @@ void DeviceSimulator::dispatchLoop()
             continue;
         }
         const auto next = m_queue.begin();
-        if (Clock::now() < next->first) {
-            m_wakeDispatcher.wait_until(lock, next->first);
+        // A copy: the wait may outlive the queue entry (a reset clears the queue).
+        const Clock::time_point due = next->first;
+        if (Clock::now() < due) {
+            m_wakeDispatcher.wait_until(lock, due);
             continue;
         }
         const PendingEvent event = next->second;

@@ -581,8 +581,8 @@ void tst_SdkSettings::writeLeavesNoTemporaryFilesAndKeepsMode()
 
 void tst_SdkSettings::concurrentThreadsLoseNoKey()
 {
-    constexpr int threadCount = 8;
-    constexpr int keysPerThread = 40;
+    constexpr int threadCount = 4;
+    constexpr int keysPerThread = 30;
     std::atomic<int> failures{0};
     std::atomic<bool> go{false};
     std::vector<std::thread> threads;
