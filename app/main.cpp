@@ -7,6 +7,9 @@
 
 int main(int argc, char *argv[])
 {
+    // The core's log lines carry their own source prefixes; print them as they are written
+    // (QT_MESSAGE_PATTERN still overrides this).
+    qSetMessagePattern(QStringLiteral("%{message}"));
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("linkdeck"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LINKDECK_VERSION));
