@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -166,6 +167,16 @@ FileContents readWholeFile(const std::string &path)
     contents.id = idFromStat(st);
     contents.state = FileContents::State::Read;
     return contents;
+}
+
+std::string resolveSymlinks(const std::string &path)
+{
+    char *resolved = ::realpath(path.c_str(), nullptr);
+    if (!resolved)
+        return path;
+    std::string result(resolved);
+    std::free(resolved);
+    return result;
 }
 
 bool makeParentDirectories(const std::string &path)

@@ -33,6 +33,10 @@ bool fileId(const std::string &path, FileId &id);
 
 FileContents readWholeFile(const std::string &path);
 
+// The file a path finally names, following symbolic links, so that a write replaces the
+// linked-to file and leaves the link in place. The path itself when nothing is there yet.
+std::string resolveSymlinks(const std::string &path);
+
 // Creates the folders above path that are missing.
 bool makeParentDirectories(const std::string &path);
 

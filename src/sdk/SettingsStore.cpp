@@ -42,9 +42,10 @@ long SettingsStore::setValue(const std::string &group, const std::string &key,
                              const std::string &value)
 {
     std::lock_guard<std::mutex> guard(m_mutex);
-    const std::string path = userSettingsPath();
-    if (!makeParentDirectories(path))
+    const std::string userPath = userSettingsPath();
+    if (!makeParentDirectories(userPath))
         return NEXO_ERR_IO;
+    const std::string path = resolveSymlinks(userPath);
     // Another process may have written since this one last read: re-read under the lock.
     FileLock lock(path + ".lock");
     if (!lock.isLocked())
@@ -64,7 +65,7 @@ long SettingsStore::setValue(const std::string &group, const std::string &key,
         return NEXO_ERR_IO;
     if (m_cache.size() >= kMaxCachedFiles)
         m_cache.clear();
-    m_cache[path] = CachedDocument{id, std::move(current)};
+    m_cache[userPath] = CachedDocument{id, std::move(current)};
     return 0;
 }
 

@@ -100,6 +100,7 @@ private slots:
     void fileLocation();
     void changeByAnotherWriterIsSeen();
     void writeLeavesNoTemporaryFilesAndKeepsMode();
+    void symlinkedFileStaysALink();
     void concurrentThreadsLoseNoKey();
     void concurrentProcessesLoseNoKey();
 
@@ -577,6 +578,20 @@ void tst_SdkSettings::writeLeavesNoTemporaryFilesAndKeepsMode()
     };
     QVERIFY(::stat(QFile::encodeName(m_settingsPath).constData(), &st) == 0);
     QCOMPARE(st.st_mode & 0777, 0640u);
+}
+
+void tst_SdkSettings::symlinkedFileStaysALink()
+{
+    // Settings kept elsewhere (a dotfiles folder) and linked into place.
+    const QString target = m_scratch.filePath("linked-target.ini");
+    QVERIFY(TestFiles::writeFile(target, "[g]\nold=1\n"));
+    QVERIFY(QFile::link(target, m_settingsPath));
+
+    QCOMPARE(setSetting("g", "new", "2"), 0L);
+
+    QVERIFY(QFileInfo(m_settingsPath).isSymLink());
+    QCOMPARE(readBytes(target), QByteArray("[g]\nold=1\nnew=2\n"));
+    QCOMPARE(getSetting("g", "old"), QStringLiteral("1"));
 }
 
 void tst_SdkSettings::concurrentThreadsLoseNoKey()
