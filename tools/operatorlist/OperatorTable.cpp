@@ -26,8 +26,6 @@ QVector<PairProviders> collectPairs(const ProviderDatabase &database)
     QHash<QString, int> indexOfPair;
     for (int p = 0; p < database.providers.size(); ++p) {
         for (const NetworkId &id : database.providers.at(p).networks) {
-            if (id.mcc.isEmpty() || id.mnc.isEmpty())
-                continue;
             const QString key = pairKey(id);
             auto it = indexOfPair.find(key);
             if (it == indexOfPair.end()) {

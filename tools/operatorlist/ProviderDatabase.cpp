@@ -72,12 +72,19 @@ private:
             takeName(m_xml, m_database.providers.last().name, m_providerNameUntranslated);
             return;
         } else if (name == QLatin1String("network-id") && m_inProvider) {
-            m_database.providers.last().networks.append(
-                {m_xml.attributes().value(QLatin1String("mcc")).toString(),
-                 m_xml.attributes().value(QLatin1String("mnc")).toString()});
+            addNetwork();
         }
         m_parents.append(parentKind(name));
         m_parent = m_parents.last();
+    }
+
+    // A network id without both codes names no network.
+    void addNetwork()
+    {
+        const NetworkId id{m_xml.attributes().value(QLatin1String("mcc")).toString(),
+                           m_xml.attributes().value(QLatin1String("mnc")).toString()};
+        if (!id.mcc.isEmpty() && !id.mnc.isEmpty())
+            m_database.providers.last().networks.append(id);
     }
 
     void endElement()

@@ -15,10 +15,10 @@ struct NetworkId
 
 struct Provider
 {
-    QString name;         // the untranslated name (the first without xml:lang)
-    bool primary = false; // primary="true": the network's own operator
-    int country = -1;     // index into ProviderDatabase::countries
-    QVector<NetworkId> networks;
+    QString name;                // the untranslated name (the first without xml:lang)
+    bool primary = false;        // primary="true": the network's own operator
+    int country = -1;            // index into ProviderDatabase::countries
+    QVector<NetworkId> networks; // those with both codes
 };
 
 struct Country
