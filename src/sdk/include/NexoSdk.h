@@ -42,17 +42,35 @@ enum {
     NEXO_ERR_TIMEOUT = 6
 };
 
+/* Settings: the file $LINKDECK_SETTINGS, else $XDG_CONFIG_HOME/linkdeck/settings.ini (default
+   $HOME/.config), looked up on every call; config/defaults.ini beside the executable supplies
+   keys the user's file lacks. Group, key and value are NUL-terminated UTF-16; one with an
+   unpaired surrogate is rejected with NEXO_ERR_INVALID_ARGUMENT.
+   NEXO_GetSettings: 0 and *value = a new[] copy for the caller's delete[]; NEXO_ERR_NOT_FOUND
+   (or another error) leaves *value null. A corrupt file reads as empty.
+   NEXO_SetSettings: 0, or NEXO_ERR_IO. Writes replace the file atomically and are serialised
+   across threads and processes; a corrupt or unreadable file is first kept aside as
+   "<file>.corrupt-<YYYYMMDDhhmmss>" and never overwritten unkept. */
 NEXO_API long NEXO_GetSettings(const NEXO_CHAR16 *group, const NEXO_CHAR16 *key,
                                NEXO_CHAR16 **value);
 NEXO_API long NEXO_SetSettings(const NEXO_CHAR16 *group, const NEXO_CHAR16 *key,
                                const NEXO_CHAR16 *value);
 
+/* Device events are delivered on the library's own thread, once per event to each distinct
+   registered function (whatever kinds it is registered under), with pData NULL. Registering a
+   function twice under one kind counts once; unregistering one that is not registered under
+   that kind gives NEXO_ERR_NOT_REGISTERED. When the last registration of a function goes, the
+   call returns only after a delivery to it that is under way has ended (except when called
+   from inside that delivery). Callbacks may call any function of this library. */
 NEXO_API long NEXO_DevSrv_RegisterDevInitEventCallback(NEXO_DevEventCallback cb);
 NEXO_API long NEXO_DevSrv_RegisterDevMgrCallback(NEXO_DevEventCallback cb);
 NEXO_API long NEXO_DevSrv_UnRegisterDevInitEventCallback(NEXO_DevEventCallback cb);
 NEXO_API long NEXO_DevSrv_UnRegisterDevMgrCallback(NEXO_DevEventCallback cb);
+/* Writes the count and the names (cut to fit their slots) into the caller's zero-filled block;
+   nothing else of the block is touched. */
 NEXO_API long NEXO_DevSrv_GetAvailableDeviceList(void *block); /* NEXO_DEVICE_LIST_SIZE bytes */
-NEXO_API long NEXO_DevSrv_GetCustomizeName(char *buffer);      /* NEXO_CUSTOMIZE_NAME_SIZE bytes */
+/* Copies the name NUL-terminated, cut to fit; NEXO_ERR_NO_CUSTOMIZATION when there is none. */
+NEXO_API long NEXO_DevSrv_GetCustomizeName(char *buffer); /* NEXO_CUSTOMIZE_NAME_SIZE bytes */
 
 #ifdef __cplusplus
 }
