@@ -1,0 +1,22 @@
+#ifndef LINKDECK_TESTS_TOOLBARTESTPLUGIN_H
+#define LINKDECK_TESTS_TOOLBARTESTPLUGIN_H
+
+#include "PluginInterfaces.h"
+
+#include <QObject>
+
+// A plugin with nothing but the base interface: toolbar items only ask whether it is loaded.
+class ToolBarTestPlugin : public QObject, public IBasePlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID IBasePlugin_iid)
+    Q_INTERFACES(IBasePlugin)
+
+public:
+    void Release() override {}
+    int GetLastError() override { return 0; }
+    bool Initialize() override { return true; }
+    bool QueryInterface(int iInterfaceNumber, QObject **ppInterface) override;
+};
+
+#endif // LINKDECK_TESTS_TOOLBARTESTPLUGIN_H
