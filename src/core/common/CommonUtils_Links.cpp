@@ -88,10 +88,54 @@ QString linkRunAfterLineFeed(QStringView run, QString escaped)
     return run.toString();
 }
 
+// Appends the run with "<" and ">" escaped.
+void appendEscaped(QString &out, QStringView run)
+{
+    qsizetype plainStart = 0;
+    for (qsizetype i = 0; i < run.size(); ++i) {
+        const QChar c = run[i];
+        if (c != QLatin1Char('<') && c != QLatin1Char('>'))
+            continue;
+        out += run.mid(plainStart, i - plainStart);
+        out += c == QLatin1Char('<') ? QLatin1String("&lt;") : QLatin1String("&gt;");
+        plainStart = i + 1;
+    }
+    out += run.mid(plainStart);
+}
+
+// Most runs are plain words: without an "@", a leading line feed, "www." or a scheme no rule
+// can apply, and the run comes out escaped. (Escaping changes neither these tests nor, for a
+// run that passes them, the first characters.)
+bool mayBeLink(QStringView run)
+{
+    if (run.contains(QLatin1Char('@')))
+        return true;
+    switch (run.isEmpty() ? 0 : run.front().unicode()) {
+    case '\n':
+        return true;
+    case 'w':
+    case 'W':
+        return run.startsWith(kWebPrefix, Qt::CaseInsensitive);
+    case 'h':
+    case 'H':
+        return run.startsWith(kHttpScheme, Qt::CaseInsensitive) ||
+               run.startsWith(kHttpsScheme, Qt::CaseInsensitive);
+    case 'f':
+    case 'F':
+        return run.startsWith(kFtpScheme, Qt::CaseInsensitive);
+    default:
+        return false;
+    }
+}
+
 // An ASCII run of a token. (An e-mail match never begins with a line feed, so the e-mail anchor
 // never needs one in front of it.)
 void appendLinkedAsciiRun(QString &out, QStringView run)
 {
+    if (!mayBeLink(run)) {
+        appendEscaped(out, run);
+        return;
+    }
     const QString escaped = escapeAngleBrackets(run);
     if (isEmailAddress(escaped))
         out += anchor(kMailScheme, escaped);
@@ -122,7 +166,7 @@ void appendLinkedToken(QString &out, QStringView token)
 QString linkLine(const QString &line)
 {
     QString out;
-    out.reserve(line.size() + line.size() / 2 + 16);
+    out.reserve(2 * line.size() + 64);
     const QStringView text(line);
     qsizetype tokenStart = 0;
     auto endToken = [&](qsizetype end, qsizetype nextStart) {
