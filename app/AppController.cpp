@@ -14,6 +14,7 @@
 #include <QWidget>
 
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace {
