@@ -1,4 +1,5 @@
 #include "MainWindow.h"
+#include "MainWindowChrome.h"
 
 #include "Change.h"
 #include "IPluginContainer.h"
@@ -63,6 +64,7 @@ void MainWindow::setupChrome()
 {
     statusBar()->setObjectName(QStringLiteral("XFramePlugin_StatusBar"));
     statusBar()->showMessage(text("IDS_STATUS_READY"));
+    (new MainWindowChrome(this))->build();
 }
 
 void MainWindow::refreshPluginList()
