@@ -1,4 +1,5 @@
 #include "CommonUtils.h"
+#include "IPluginContainer.h"
 #include "LogCapture.h"
 #include "Startup.h"
 #include "TestFiles.h"
