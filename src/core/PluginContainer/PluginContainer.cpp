@@ -6,6 +6,10 @@
 #include "CommonUtils.h"
 #include "ContainerLog.h"
 
+namespace {
+enum { kTerminatedThreadGraceMs = 2000 };
+}
+
 PluginContainer::PluginContainer(QString strPluginsFile, QString strConfigFile, bool bStart)
     : m_bStart(bStart)
 {
@@ -59,7 +63,10 @@ PluginContainer::~PluginContainer()
     if (m_pInitConfigThread) {
         if (m_pInitConfigThread->isRunning())
             CommonUtils::WaitForThreadToStop(m_pInitConfigThread, 5);
-        delete m_pInitConfigThread;
+        // A terminated thread ends at its next cancellation point; deleting it before then
+        // would abort the process.
+        if (m_pInitConfigThread->wait(kTerminatedThreadGraceMs))
+            delete m_pInitConfigThread;
         m_pInitConfigThread = nullptr;
     }
 
