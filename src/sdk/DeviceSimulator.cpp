@@ -221,8 +221,9 @@ void DeviceSimulator::ensureDispatcherLocked()
     static std::once_flag atExitRegistered;
     std::call_once(atExitRegistered,
                    [] { std::atexit([] { DeviceSimulator::instance().shutdown(); }); });
-    m_dispatcherRunning = true;
+    // The new thread starts by taking m_mutex, held here, so it sees the state set below.
     m_dispatcher = std::thread(&DeviceSimulator::dispatchLoop, this);
+    m_dispatcherRunning = true;
     m_dispatcherId = m_dispatcher.get_id();
 }
 

@@ -7,12 +7,33 @@
 #include "SettingsStore.h"
 
 using nexo::DeviceSimulator;
+using Kind = nexo::DeviceSimulator::CallbackKind;
 
 namespace {
 
 DeviceSimulator &simulator()
 {
     return DeviceSimulator::instance();
+}
+
+// Nothing may cross the C boundary: a failure to get memory or a thread becomes a status.
+template<typename Function>
+long statusOf(Function &&function) noexcept
+{
+    try {
+        return function();
+    } catch (...) {
+        return NEXO_ERR_IO;
+    }
+}
+
+template<typename Function>
+void guarded(Function &&function) noexcept
+{
+    try {
+        function();
+    } catch (...) {
+    }
 }
 
 // "a; b;;c" -> {"a", "b", "c"}: blanks around names and empty entries are dropped.
@@ -37,109 +58,120 @@ std::vector<std::string> splitDeviceNames(const std::string &text)
     return names;
 }
 
+long loadFromSettings()
+{
+    nexo::SettingsStore &store = nexo::SettingsStore::instance();
+    long status = NEXO_ERR_NOT_FOUND;
+    std::string text;
+    if (store.value("simulator", "devices", text) == 0) {
+        simulator().setDevices(splitDeviceNames(text));
+        status = 0;
+    }
+    if (store.value("simulator", "customize", text) == 0) {
+        simulator().setCustomizeName(text);
+        status = 0;
+    }
+    return status;
+}
+
 } // namespace
 
 extern "C" {
 
 NEXO_API long NEXO_DevSrv_RegisterDevInitEventCallback(NEXO_DevEventCallback cb)
 {
-    return simulator().registerCallback(DeviceSimulator::CallbackKind::DevInit, cb);
+    return statusOf([cb] { return simulator().registerCallback(Kind::DevInit, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_RegisterDevMgrCallback(NEXO_DevEventCallback cb)
 {
-    return simulator().registerCallback(DeviceSimulator::CallbackKind::DevMgr, cb);
+    return statusOf([cb] { return simulator().registerCallback(Kind::DevMgr, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_UnRegisterDevInitEventCallback(NEXO_DevEventCallback cb)
 {
-    return simulator().unregisterCallback(DeviceSimulator::CallbackKind::DevInit, cb);
+    return statusOf([cb] { return simulator().unregisterCallback(Kind::DevInit, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_UnRegisterDevMgrCallback(NEXO_DevEventCallback cb)
 {
-    return simulator().unregisterCallback(DeviceSimulator::CallbackKind::DevMgr, cb);
+    return statusOf([cb] { return simulator().unregisterCallback(Kind::DevMgr, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_GetAvailableDeviceList(void *block)
 {
-    return simulator().fillDeviceList(block);
+    return statusOf([block] { return simulator().fillDeviceList(block); });
 }
 
 NEXO_API long NEXO_DevSrv_GetCustomizeName(char *buffer)
 {
-    return simulator().copyCustomizeName(buffer);
+    return statusOf([buffer] { return simulator().copyCustomizeName(buffer); });
 }
 
 NEXO_API void NexoSim_Reset(void)
 {
-    simulator().reset();
+    guarded([] { simulator().reset(); });
 }
 
 NEXO_API void NexoSim_SetDevices(const char *const *names, int count)
 {
-    std::vector<std::string> devices;
-    for (int i = 0; names && i < count; ++i) {
-        if (names[i])
-            devices.emplace_back(names[i]);
-    }
-    simulator().setDevices(std::move(devices));
+    guarded([names, count] {
+        std::vector<std::string> devices;
+        for (int i = 0; names && i < count; ++i) {
+            if (names[i])
+                devices.emplace_back(names[i]);
+        }
+        simulator().setDevices(std::move(devices));
+    });
 }
 
 NEXO_API void NexoSim_SetCustomizeName(const char *name)
 {
-    simulator().setCustomizeName(name ? std::optional<std::string>(name) : std::nullopt);
+    guarded([name] {
+        simulator().setCustomizeName(name ? std::optional<std::string>(name) : std::nullopt);
+    });
 }
 
 NEXO_API void NexoSim_SetRegisterResult(long result)
 {
-    simulator().setRegisterResult(result);
+    guarded([result] { simulator().setRegisterResult(result); });
 }
 
 NEXO_API void NexoSim_SetDeviceListResult(long result)
 {
-    simulator().setDeviceListResult(result);
+    guarded([result] { simulator().setDeviceListResult(result); });
 }
 
 NEXO_API void NexoSim_PostEvent(int enNotifyType, int delayMs)
 {
-    simulator().postEvent(enNotifyType, delayMs);
+    guarded([=] { simulator().postEvent(enNotifyType, delayMs); });
 }
 
 NEXO_API int NexoSim_RegisteredCallbackCount(void)
 {
-    return simulator().registeredCallbackCount();
+    int count = 0;
+    guarded([&count] { count = simulator().registeredCallbackCount(); });
+    return count;
 }
 
 NEXO_API void NexoSim_SetDetection(int enNotifyType, int delayMs)
 {
-    simulator().setDetection(enNotifyType, delayMs);
+    guarded([=] { simulator().setDetection(enNotifyType, delayMs); });
 }
 
 NEXO_API long NexoSim_StartDetection(void)
 {
-    return simulator().startDetection();
+    return statusOf([] { return simulator().startDetection(); });
 }
 
 NEXO_API long NexoSim_WaitIdle(int timeoutMs)
 {
-    return simulator().waitIdle(timeoutMs);
+    return statusOf([timeoutMs] { return simulator().waitIdle(timeoutMs); });
 }
 
 NEXO_API long NexoSim_LoadFromSettings(void)
 {
-    nexo::SettingsStore &store = nexo::SettingsStore::instance();
-    long found = NEXO_ERR_NOT_FOUND;
-    std::string text;
-    if (store.value("simulator", "devices", text) == 0) {
-        simulator().setDevices(splitDeviceNames(text));
-        found = 0;
-    }
-    if (store.value("simulator", "customize", text) == 0) {
-        simulator().setCustomizeName(text);
-        found = 0;
-    }
-    return found;
+    return statusOf(loadFromSettings);
 }
 
 } // extern "C"

@@ -12,6 +12,11 @@ namespace nexo {
 
 // The persistent group/key/value store behind NEXO_GetSettings and NEXO_SetSettings (UTF-8
 // here; the C functions convert). The user's file wins over the shipped defaults key by key.
+//
+// Reads are served from the parsed file while its FileId stays the same. Writes never trust
+// that copy: they re-read the file under the file lock, so no process loses another's key.
+// (Two foreign rewrites within one time-stamp tick that reuse an inode and keep the size could
+// leave a read stale until the next change; writes are unaffected.)
 class SettingsStore
 {
 public:
