@@ -478,9 +478,10 @@ void tst_SdkSimulator::resetDropsPendingEventsAndState()
     NexoSim_SetCustomizeName("operator");
     NexoSim_SetRegisterResult(5);
     NexoSim_SetDeviceListResult(7);
-    NexoSim_PostEvent(NEXO_EVENT_DEV_REJECT, 300);
+    NexoSim_PostEvent(NEXO_EVENT_DEV_REJECT, 5000);
 
     NexoSim_Reset();
+    QCOMPARE(NexoSim_WaitIdle(0), 0L); // nothing left to deliver
 
     QCOMPARE(NexoSim_RegisteredCallbackCount(), 0);
     long status = -1;
@@ -489,8 +490,7 @@ void tst_SdkSimulator::resetDropsPendingEventsAndState()
     QCOMPARE(readCustomizeName(&status), QByteArray());
     QCOMPARE(status, long(NEXO_ERR_NO_CUSTOMIZATION));
     QCOMPARE(NEXO_DevSrv_RegisterDevMgrCallback(recordingCallback<'A'>), 0L);
-    // Due after the dropped one: had that survived, it would have come first.
-    NexoSim_PostEvent(NEXO_EVENT_DEV_DETECTED, 400);
+    NexoSim_PostEvent(NEXO_EVENT_DEV_DETECTED, 0);
     QCOMPARE(NexoSim_WaitIdle(5000), 0L);
     QCOMPARE(g_recorder.types(), QList<int>{NEXO_EVENT_DEV_DETECTED});
 }
@@ -498,9 +498,9 @@ void tst_SdkSimulator::resetDropsPendingEventsAndState()
 void tst_SdkSimulator::eventsAreDeliveredInDueOrder()
 {
     QCOMPARE(NEXO_DevSrv_RegisterDevInitEventCallback(recordingCallback<'A'>), 0L);
-    NexoSim_PostEvent(NEXO_EVENT_DEV_REJECT, 150);
+    NexoSim_PostEvent(NEXO_EVENT_DEV_REJECT, 300);
     NexoSim_PostEvent(NEXO_EVENT_DEV_DEVICE_INVALID, 0);
-    NexoSim_PostEvent(NEXO_EVENT_DEV_DETECTED, 75);
+    NexoSim_PostEvent(NEXO_EVENT_DEV_DETECTED, 150);
     QCOMPARE(NexoSim_WaitIdle(5000), 0L);
     QCOMPARE(g_recorder.types(), (QList<int>{NEXO_EVENT_DEV_DEVICE_INVALID, NEXO_EVENT_DEV_DETECTED,
                                              NEXO_EVENT_DEV_REJECT}));
