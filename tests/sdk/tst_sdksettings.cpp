@@ -97,6 +97,7 @@ private slots:
     void eachCorruptionGetsItsOwnCopy();
     void corruptFileIsReportedOnceOnStderr();
     void unreadableFileIsNotReplaced();
+    void folderThatIsAFileFailsTheWrite();
     void fileLocation_data();
     void fileLocation();
     void changeByAnotherWriterIsSeen();
@@ -323,6 +324,8 @@ void tst_SdkSettings::defaultsApplyOnlyWhereUserFileLacksKey_data()
     QTest::newRow("neither has it")
         << QByteArray("[a]\nb=c\n") << QByteArray("[x]\ny=z\n") << QString();
     QTest::newRow("no defaults file") << QByteArray("[a]\nb=c\n") << QByteArray() << QString();
+    QTest::newRow("defaults file corrupt")
+        << QByteArray() << QByteArray("[customize]\noperator=common\n[open\n") << QString();
 }
 
 void tst_SdkSettings::defaultsApplyOnlyWhereUserFileLacksKey()
@@ -501,6 +504,19 @@ void tst_SdkSettings::unreadableFileIsNotReplaced()
     QCOMPARE(getSetting("g", "k", &status), QString());
     QCOMPARE(status, long(NEXO_ERR_NOT_FOUND));
     QVERIFY(QDir(m_settingsPath).removeRecursively());
+}
+
+void tst_SdkSettings::folderThatIsAFileFailsTheWrite()
+{
+    const QString blocker = m_scratch.filePath("not-a-folder");
+    QVERIFY(TestFiles::writeFile(blocker, "plain file"));
+    qputenv("LINKDECK_SETTINGS", QFile::encodeName(blocker + "/sub/settings.ini"));
+
+    QCOMPARE(setSetting("g", "k", "v"), long(NEXO_ERR_IO));
+    long status = 0;
+    getSetting("g", "k", &status);
+    QCOMPARE(status, long(NEXO_ERR_NOT_FOUND));
+    QCOMPARE(readBytes(blocker), QByteArray("plain file"));
 }
 
 void tst_SdkSettings::fileLocation_data()
