@@ -67,13 +67,6 @@ bool isWebAddress(const QString &text)
            text.count(kWebPrefix) < 2;
 }
 
-bool mayCarryLinkScheme(const QString &text)
-{
-    return text.startsWith(kHttpScheme, Qt::CaseInsensitive) ||
-           text.startsWith(kHttpsScheme, Qt::CaseInsensitive) ||
-           text.startsWith(kFtpScheme, Qt::CaseInsensitive);
-}
-
 // A run that begins with a line feed: the line feed stays in front of the anchor. Every web
 // address, https ones included, gets "http://" in front of it, so an address with its own scheme
 // has it twice in the target; the labels' users rely on this output. A word that is no address
@@ -143,10 +136,8 @@ void appendLinkedAsciiRun(QString &out, QStringView run)
         out += linkRunAfterLineFeed(run, escaped);
     else if (isWebAddress(escaped))
         out += anchor(kHttpScheme, escaped);
-    else if (mayCarryLinkScheme(escaped))
-        out += CommonUtils::createLinkForHttpAndFtp(escaped);
     else
-        out += escaped;
+        out += CommonUtils::createLinkForHttpAndFtp(escaped);
 }
 
 // A link ends where the character class changes: non-ASCII runs pass through untouched.
