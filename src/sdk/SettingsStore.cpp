@@ -22,8 +22,10 @@ const IniDocument &emptyDocument()
 
 SettingsStore &SettingsStore::instance()
 {
-    static SettingsStore store;
-    return store;
+    // Never destroyed: threads still running while the process exits (a device callback, a
+    // plugin's worker) may read settings after static destructors have begun.
+    static SettingsStore *store = new SettingsStore;
+    return *store;
 }
 
 long SettingsStore::value(const std::string &group, const std::string &key, std::string &out)
