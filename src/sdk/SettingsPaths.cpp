@@ -55,9 +55,11 @@ std::string userSettingsPath()
 
 std::string defaultSettingsPath()
 {
-    // The executable does not move while the process runs.
-    static const std::string path = applicationDirectory() + "/config/defaults.ini";
-    return path;
+    // The executable does not move while the process runs. Never destroyed, so that readers
+    // still running at exit find it.
+    static const std::string *path =
+        new std::string(applicationDirectory() + "/config/defaults.ini");
+    return *path;
 }
 
 } // namespace nexo

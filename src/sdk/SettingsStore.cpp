@@ -14,8 +14,8 @@ constexpr size_t kMaxCachedFiles = 16;
 
 const IniDocument &emptyDocument()
 {
-    static const IniDocument empty;
-    return empty;
+    static const IniDocument *empty = new IniDocument; // outlives exit, as the store does
+    return *empty;
 }
 
 } // namespace
