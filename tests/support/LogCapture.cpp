@@ -8,7 +8,7 @@ LogCapture *s_active = nullptr;
 QMutex s_activeMutex;
 const QRegularExpression &stampPattern()
 {
-    static const QRegularExpression pattern(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d: "));
+    static const QRegularExpression pattern(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d ?: "));
     return pattern;
 }
 } // namespace

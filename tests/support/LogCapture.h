@@ -7,7 +7,8 @@
 #include <QtGlobal>
 
 // Collects every log line written while it lives (from any thread) and forwards nothing.
-// Lines are matched exactly or with a time stamp ("hh:mm:ss:zzz: ") taken off the front.
+// Lines are matched exactly or with a time stamp ("hh:mm:ss:zzz: ", or "hh:mm:ss:zzz : " as one
+// line has it) taken off the front.
 class LogCapture
 {
 public:
@@ -24,7 +25,7 @@ public:
 
     QList<Line> lines() const;
     QStringList texts() const;
-    // The texts with a leading "hh:mm:ss:zzz: " stamp removed.
+    // The texts with a leading time stamp removed.
     QStringList unstamped() const;
     bool contains(const QString &text) const;
     bool containsUnstamped(const QString &text) const;
