@@ -21,7 +21,6 @@
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <QToolBar>
-#include <QToolButton>
 
 namespace {
 
