@@ -21,6 +21,17 @@ namespace {
 
 constexpr int kConfigPollMs = 50;
 
+void setSimulatedDevices(const QStringList &devices)
+{
+    std::vector<QByteArray> names;
+    for (const QString &device : devices)
+        names.push_back(device.toLocal8Bit());
+    std::vector<const char *> pointers;
+    for (const QByteArray &name : names)
+        pointers.push_back(name.constData());
+    NexoSim_SetDevices(pointers.data(), int(pointers.size()));
+}
+
 } // namespace
 
 AppController::AppController(QApplication &app, AppOptions options)
@@ -47,6 +58,8 @@ void AppController::start()
     printRunInfo();
 
     m_configPoll.start();
+    if (!m_options.switchDevice.isEmpty())
+        QTimer::singleShot(m_options.switchAfterMs, this, &AppController::switchDevice);
     if (m_options.quitAfterMs >= 0)
         QTimer::singleShot(m_options.quitAfterMs, &m_app, &QCoreApplication::quit);
 }
@@ -64,15 +77,8 @@ void AppController::configureSimulator()
 {
     // The settings may describe the simulated hardware; the command line wins over them.
     NexoSim_LoadFromSettings();
-    if (!m_options.devices.isEmpty()) {
-        std::vector<QByteArray> names;
-        for (const QString &device : m_options.devices)
-            names.push_back(device.toLocal8Bit());
-        std::vector<const char *> pointers;
-        for (const QByteArray &name : names)
-            pointers.push_back(name.constData());
-        NexoSim_SetDevices(pointers.data(), int(pointers.size()));
-    }
+    if (!m_options.devices.isEmpty())
+        setSimulatedDevices(m_options.devices);
     if (!m_options.operatorName.isEmpty())
         NexoSim_SetCustomizeName(m_options.operatorName.toLocal8Bit().constData());
 }
@@ -108,6 +114,15 @@ void AppController::pollPluginsConfig()
     // every enabled start-up plugin.
     pContainer->UpdateAllStaticOrActivePlugins();
     pContainer->LoadAllStaticOrActivePlugin();
+}
+
+void AppController::switchDevice()
+{
+    std::printf("Switching to device %s\n", qPrintable(m_options.switchDevice));
+    std::fflush(stdout);
+    setSimulatedDevices({m_options.switchDevice});
+    // The service announces the change as it does a new device; the device manager acts on it.
+    NexoSim_PostEvent(NEXO_EVENT_DEV_DETECTED, 0);
 }
 
 void AppController::writeScreenshot()

@@ -33,6 +33,8 @@ private:
     void applyLanguageAndOperator();
     void printRunInfo() const;
     void pollPluginsConfig();
+    // Simulates unplugging the devices and plugging in the --switch-device one.
+    void switchDevice();
     void writeScreenshot();
 
     QApplication &m_app;

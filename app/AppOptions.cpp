@@ -15,6 +15,17 @@ namespace {
     std::exit(EXIT_FAILURE);
 }
 
+int milliseconds(const QCommandLineParser &parser, const QCommandLineOption &option)
+{
+    bool ok = false;
+    const int value = parser.value(option).toInt(&ok);
+    if (!ok || value < 0)
+        failWith(
+            parser,
+            QStringLiteral("--%1 needs a number of milliseconds").arg(option.names().constFirst()));
+    return value;
+}
+
 } // namespace
 
 AppOptions parseAppOptions(const QCoreApplication &app)
@@ -42,9 +53,18 @@ AppOptions parseAppOptions(const QCoreApplication &app)
     const QCommandLineOption quitAfter(QStringLiteral("quit-after"),
                                        QStringLiteral("Quit after this many milliseconds."),
                                        QStringLiteral("ms"));
+    const QCommandLineOption switchDevice(
+        QStringLiteral("switch-device"),
+        QStringLiteral("Replace the simulated devices by this one later (see --switch-after)."),
+        QStringLiteral("name"));
+    const QCommandLineOption switchAfter(
+        QStringLiteral("switch-after"),
+        QStringLiteral("Milliseconds after start for --switch-device (default 1000)."),
+        QStringLiteral("ms"));
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
                                       QStringLiteral("Do not show the splash screen."));
-    parser.addOptions({device, operatorOption, language, screenshot, quitAfter, noSplash});
+    parser.addOptions({device, operatorOption, language, screenshot, quitAfter, switchDevice,
+                       switchAfter, noSplash});
     parser.process(app);
 
     if (!parser.positionalArguments().isEmpty())
@@ -62,11 +82,10 @@ AppOptions parseAppOptions(const QCoreApplication &app)
         // Resolved now: the application later works from its own directory.
         options.screenshotFile = QFileInfo(parser.value(screenshot)).absoluteFilePath();
     }
-    if (parser.isSet(quitAfter)) {
-        bool ok = false;
-        options.quitAfterMs = parser.value(quitAfter).toInt(&ok);
-        if (!ok || options.quitAfterMs < 0)
-            failWith(parser, QStringLiteral("--quit-after needs a number of milliseconds"));
-    }
+    if (parser.isSet(quitAfter))
+        options.quitAfterMs = milliseconds(parser, quitAfter);
+    options.switchDevice = parser.value(switchDevice);
+    if (parser.isSet(switchAfter))
+        options.switchAfterMs = milliseconds(parser, switchAfter);
     return options;
 }

@@ -14,6 +14,8 @@ struct AppOptions
     QString language;       // language code such as "de-de"; empty keeps the stored one
     QString screenshotFile; // absolute path of the PNG written just before quitting
     int quitAfterMs = -1;   // quit on our own after this many milliseconds; -1 runs until closed
+    QString switchDevice;   // the device the simulated service reports from switchAfterMs on
+    int switchAfterMs = 1000;
     bool noSplash = false;
 };
 

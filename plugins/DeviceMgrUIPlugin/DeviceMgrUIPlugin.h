@@ -5,8 +5,11 @@
 
 #include <QObject>
 
-// The device manager on the device service: starts detection for the core and remembers the
-// device the last detection found, so that the next start knows it when none is reported.
+#include <atomic>
+
+// The device manager on the device service. It starts detection for the core, remembers the
+// device each detection finds (so that the next start knows it when none is reported), and when
+// another device turns up after start-up it has the container switch the plugin set over.
 class DeviceMgrUIPlugin : public QObject, public IBasePlugin, public IDeviceMgr
 {
     Q_OBJECT
@@ -26,8 +29,14 @@ public:
     QString GetLastUsedDevice() override;
 
 private:
+    // Device-service callback; runs on the service's thread.
+    static int onDeviceEvent(int enNotifyType, void *pData);
+    // On the user-interface thread: the device the service now reports.
+    void deviceDetected(const QString &device);
     void unregisterCallback();
 
+    // Set while the detection start-up asked for is under way: its result is start-up's business.
+    std::atomic<bool> m_bStartupDetection{false};
     bool m_bRegistered = false;
     int m_lastError = 0;
 };

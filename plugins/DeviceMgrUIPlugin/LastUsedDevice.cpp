@@ -13,19 +13,6 @@ namespace {
 const QString kGroup = QStringLiteral("devicemgr");
 const QString kKey = QStringLiteral("lastused");
 
-// The only device of the device service's list, or an empty string.
-QString singleAvailableDevice()
-{
-    QByteArray block(NEXO_DEVICE_LIST_SIZE, '\0');
-    if (NEXO_DevSrv_GetAvailableDeviceList(block.data()) != 0)
-        return QString();
-    qint32 count = 0;
-    std::memcpy(&count, block.constData() + NEXO_DEVICE_LIST_COUNT_OFFSET, sizeof count);
-    if (count != 1)
-        return QString();
-    return QString::fromLocal8Bit(block.constData() + NEXO_DEVICE_LIST_NAMES_OFFSET);
-}
-
 } // namespace
 
 QString load()
@@ -38,16 +25,16 @@ void store(const QString &device)
     CommonUtils::SetSettings(kGroup, kKey, device);
 }
 
-int onDeviceEvent(int enNotifyType, void *)
+QString singleAvailableDevice()
 {
-    if (enNotifyType != NEXO_EVENT_DEV_DETECTED)
-        return 1;
-    const QString device = singleAvailableDevice();
-    if (!device.isEmpty() && device != load()) {
-        qDebug("DeviceMgrUIPlugin: last used device is now %s", qPrintable(device));
-        store(device);
-    }
-    return 1;
+    QByteArray block(NEXO_DEVICE_LIST_SIZE, '\0');
+    if (NEXO_DevSrv_GetAvailableDeviceList(block.data()) != 0)
+        return QString();
+    qint32 count = 0;
+    std::memcpy(&count, block.constData() + NEXO_DEVICE_LIST_COUNT_OFFSET, sizeof count);
+    if (count != 1)
+        return QString();
+    return QString::fromLocal8Bit(block.constData() + NEXO_DEVICE_LIST_NAMES_OFFSET);
 }
 
 } // namespace LastUsedDevice

@@ -9,10 +9,9 @@ namespace LastUsedDevice {
 QString load();
 void store(const QString &device);
 
-// Device-service event handler: on a detection event that reports exactly one device, that
-// device becomes the last used one (several or none leave the stored device as it is, which is
-// also what start-up falls back to). Runs on the device service's thread.
-int onDeviceEvent(int enNotifyType, void *pData);
+// The device service's only available device, or an empty string when it reports none, several
+// or no list at all.
+QString singleAvailableDevice();
 
 } // namespace LastUsedDevice
 

@@ -23,6 +23,18 @@ struct Run
     QString screenshot;
 };
 
+// True when every expected line occurs in the log, in this order.
+bool appearInOrder(const QStringList &log, const QStringList &expected)
+{
+    int from = 0;
+    for (const QString &line : expected) {
+        from = log.indexOf(line, from);
+        if (from < 0)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 // The whole application, started as its own process on the offscreen platform with a private
@@ -38,6 +50,8 @@ private slots:
     void pluginSetFollowsDeviceAndOperator();
     void lastUsedDeviceCarriesOverToTheNextStart();
     void shutDownStopsThreadsBeforeReleasingPlugins();
+    void deviceSwitchReplacesPluginsAtRuntime_data();
+    void deviceSwitchReplacesPluginsAtRuntime();
     void languageOptionSwitchesTexts();
     void badCommandLineFails();
 
@@ -156,17 +170,58 @@ void tst_App::shutDownStopsThreadsBeforeReleasingPlugins()
         "../../src/core/common/CommonUtils: WaitThreadsStop: stop thread called",
         "NotifyPlugin: StopThreads", "../../src/core/Startup/Startup: ~Startup: entered",
         "NotifyPlugin: Release"};
-    int from = 0;
-    for (const QString &expected : order) {
-        from = run.log.indexOf(expected, from);
-        QVERIFY2(from >= 0, qPrintable(expected + "\n" + run.log.join('\n')));
-    }
+    QVERIFY2(appearInOrder(run.log, order), qPrintable(run.log.join('\n')));
     // The worker deregistered before the wait gave up.
     bool threadEnded = false;
     for (const QString &line : run.log)
         threadEnded |= line.endsWith("ThreadCountDec: threadCount is 0; thread: NotifyWorker: run");
     QVERIFY(threadEnded);
     QVERIFY(QFileInfo(run.screenshot).size() > 0);
+}
+
+void tst_App::deviceSwitchReplacesPluginsAtRuntime_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<QStringList>("order");
+
+    const QString destroyed = QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
+                                             "UpdateAllStaticOrActivePlugins: Unload plugin %1 "
+                                             "bUnloaded 1");
+    const QString end = QStringLiteral("../../src/core/Startup/Startup: ~Startup: entered");
+    QTest::newRow("E3372 to K5160 takes two plugins out")
+        << "E3372"
+        << "K5160"
+        << QStringList{"NotifyPlugin: Initialize",
+                       "DeviceMgrUIPlugin: switched to K5160: 0 plugins enabled, 2 disabled",
+                       "StatusBarMgrPlugin: Release",
+                       destroyed.arg("StatusBarMgrPlugin"),
+                       "NotifyPlugin: Release",
+                       destroyed.arg("NotifyPlugin"),
+                       end};
+    QTest::newRow("K5160 to E3372 brings two plugins in")
+        << "K5160"
+        << "E3372"
+        << QStringList{"DeviceMgrUIPlugin: switched to E3372: 2 plugins enabled, 0 disabled",
+                       "StatusBarMgrPlugin: Initialize", "NotifyPlugin: Initialize", end,
+                       "NotifyPlugin: Release"};
+}
+
+void tst_App::deviceSwitchReplacesPluginsAtRuntime()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QStringList, order);
+
+    const Run run = runApp({"--device", from, "--switch-device", to, "--switch-after", "500",
+                            "--quit-after", "1400", "--no-splash"});
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.out.contains("Switching to device " + to));
+    QVERIFY2(appearInOrder(run.log, order), qPrintable(run.log.join('\n')));
+    // Released once: at the switch or at shut-down, never both.
+    QCOMPARE(run.log.count("NotifyPlugin: Release"), 1);
+    QCOMPARE(run.log.count("StatusBarMgrPlugin: Release"), 1);
+    QVERIFY(run.log.contains("DeviceMgrUIPlugin: last used device is now " + to));
 }
 
 void tst_App::languageOptionSwitchesTexts()
