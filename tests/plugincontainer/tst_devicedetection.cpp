@@ -317,6 +317,10 @@ void TestDeviceDetection::missedEventWaitsTheFullTime()
 // The initialisation thread still busy at destruction is given five seconds, then terminated.
 void TestDeviceDetection::destructorStopsARunningThread()
 {
+#if defined(__SANITIZE_ADDRESS__)
+    // Cancelling a thread unwinds it in a way AddressSanitizer's bookkeeping cannot follow.
+    QSKIP("thread termination is not supported under AddressSanitizer");
+#endif
     TestProbe::setOption(QStringLiteral("devmgr.blockMs"), 9000);
     LogCapture log;
     auto container = makeContainer(pluginsLib(), pluginsConfig(), 0);
