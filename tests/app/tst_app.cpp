@@ -135,6 +135,12 @@ void tst_App::pluginSetFollowsDeviceAndOperator()
     }
     QVERIFY(run.log.contains(QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
                                             "LoadAllStaticOrActivePlugin: plugin count = 4")));
+    // The shipped main frame wants a splash; XFramePlugin takes it over from start-up.
+    const bool splash = !arguments.contains("--no-splash");
+    bool tookSplash = false;
+    for (const QString &line : run.log)
+        tookSplash |= line.startsWith("XFramePlugin: splash screen shown for ");
+    QCOMPARE(tookSplash, splash);
 
     QVERIFY(run.out.contains("Title: LinkDeck"));
     QVERIFY(run.out.contains("Language: en-us"));
