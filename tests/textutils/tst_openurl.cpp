@@ -4,155 +4,104 @@
 #include "TestFiles.h"
 
 #include <QDesktopServices>
-#include <QDir>
 #include <QFile>
 #include <QtTest>
 
 namespace {
 
-const char kPlainScript[] = "/sbin/velmora-open-usermanual";
-const char kPdfScript[] = "/sbin/velmora-open-usermanual-pdf";
-const char kMissingScriptLine[] =
-    "../../src/core/common/CommonUtils: OpenUrl: the script file  is not found ...";
+const QString kPlain = QStringLiteral("/sbin/velmora-open-usermanual");
+const QString kPdf = QStringLiteral("/sbin/velmora-open-usermanual-pdf");
+const QString kMissingScriptLine =
+    QStringLiteral("../../src/core/common/CommonUtils: OpenUrl: the script file  is not found ...");
 
-QString recordPath(const QString &script)
-{
-    return TestFiles::appDir() + script + ".args";
-}
-
-// A real helper script that writes its arguments, one a line, next to itself. It writes a
-// temporary file and renames it, so the test never reads half a record.
+// A real helper script that writes its arguments, one a line, to "<script>.args" (through a
+// temporary file, so the test never reads half a record).
 void installScript(const QString &script)
 {
-    const QString record = recordPath(script);
-    const QByteArray body = "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + QFile::encodeName(record) +
-                            ".tmp' && mv '" + QFile::encodeName(record) + ".tmp' '" +
-                            QFile::encodeName(record) + "'\n";
-    QVERIFY(TestFiles::writeAppFile(script, body));
-    QVERIFY(QFile::setPermissions(TestFiles::appDir() + script, QFileDevice::ReadOwner |
-                                                                    QFileDevice::WriteOwner |
-                                                                    QFileDevice::ExeOwner));
+    QVERIFY(TestFiles::writeAppFile(
+        script, "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.tmp\" && mv \"$0.tmp\" \"$0.args\"\n"));
+    QVERIFY(QFile::setPermissions(TestFiles::appDir() + script,
+                                  QFileDevice::ReadOwner | QFileDevice::ExeOwner));
 }
 
 QStringList recordedArguments(const QString &script)
 {
-    QFile file(recordPath(script));
+    QFile file(TestFiles::appDir() + script + ".args");
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    return QString::fromLocal8Bit(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return QString::fromLocal8Bit(file.readAll()).split('\n', Qt::SkipEmptyParts);
+}
+
+void row(const char *name, const QString &address, const QStringList &installed,
+         const QString &runs, const QUrl &fallback = QUrl())
+{
+    QTest::newRow(name) << address << installed << runs << fallback;
 }
 
 } // namespace
-
-// Stands in for the desktop's URL handlers.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-public:
-    QList<QUrl> opened;
-public slots:
-    void open(const QUrl &url) { opened.append(url); }
-};
 
 class tst_OpenUrl : public QObject
 {
     Q_OBJECT
 
+public slots: // stands in for the desktop's URL handlers
+    void open(const QUrl &url) { m_opened.append(url); }
+
 private slots:
-    void init();
-    void cleanup();
-    void runsScript_data();
-    void runsScript();
-    void addressIsNotQuoted();
-    void fallsBackWithoutScript_data();
-    void fallsBackWithoutScript();
+    void openUrl_data();
+    void openUrl();
 
 private:
-    UrlRecorder m_desktop;
+    QList<QUrl> m_opened;
 };
 
-void tst_OpenUrl::init()
+void tst_OpenUrl::openUrl_data()
 {
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QStringList>("installed");
+    QTest::addColumn<QString>("runs"); // empty: the desktop opens the fallback URL instead
+    QTest::addColumn<QUrl>("fallback");
+    const QStringList both{kPlain, kPdf};
+    const QString pdf = QStringLiteral("/opt/linkdeck/manual.pdf");
+    const QString html = QStringLiteral("/opt/linkdeck/index.html");
+    row("pdf manual", pdf, both, kPdf);
+    row("html page", html, both, kPlain);
+    row("web address", "http://example.com/help", both, kPlain);
+    row("upper-case PDF is no pdf", "/tmp/MANUAL.PDF", both, kPlain);
+    row("address is not quoted", "/tmp/user manual.pdf", {kPdf}, kPdf);
+    row("pdf, no scripts", pdf, {}, {}, QUrl::fromLocalFile(pdf));
+    row("html, only the pdf script", html, {kPdf}, {}, QUrl::fromLocalFile(html));
+    row("pdf, only the plain script", pdf, {kPlain}, {}, QUrl::fromLocalFile(pdf));
+    row("web address, no scripts", "https://x.org/a?b=c", {}, {}, QUrl("https://x.org/a?b=c"));
+}
+
+// The address decides which script runs, and the script gets the address as it was given; a
+// missing script sends the URL to the desktop instead.
+void tst_OpenUrl::openUrl()
+{
+    QFETCH(QString, address);
+    QFETCH(QStringList, installed);
+    QFETCH(QString, runs);
+    QFETCH(QUrl, fallback);
     QVERIFY(TestFiles::removeAppPath(QStringLiteral("/sbin")));
-    m_desktop.opened.clear();
-    for (const char *scheme : {"file", "http", "https", "mailto"})
-        QDesktopServices::setUrlHandler(QLatin1String(scheme), &m_desktop, "open");
-}
-
-void tst_OpenUrl::cleanup()
-{
-    for (const char *scheme : {"file", "http", "https", "mailto"})
-        QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
-}
-
-void tst_OpenUrl::runsScript_data()
-{
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QString>("expectedScript");
-    QTest::newRow("pdf manual") << "/usr/share/doc/linkdeck/manual.pdf" << kPdfScript;
-    QTest::newRow("html page") << "/usr/share/doc/linkdeck/index.html" << kPlainScript;
-    QTest::newRow("web address") << "http://example.com/help" << kPlainScript;
-    QTest::newRow("upper-case PDF is no pdf") << "/tmp/MANUAL.PDF" << kPlainScript;
-}
-
-// Both scripts are present: the address decides which one runs, and it gets the address as it
-// was given (not the file URL).
-void tst_OpenUrl::runsScript()
-{
-    QFETCH(QString, address);
-    QFETCH(QString, expectedScript);
-    installScript(kPlainScript);
-    installScript(kPdfScript);
-    const QString otherScript = expectedScript == kPdfScript ? kPlainScript : kPdfScript;
+    for (const QString &script : installed)
+        installScript(script);
+    m_opened.clear();
+    for (const char *scheme : {"file", "http", "https"})
+        QDesktopServices::setUrlHandler(scheme, this, "open");
 
     LogCapture log;
     QVERIFY(CommonUtils::OpenUrl(address));
-    QTRY_COMPARE_WITH_TIMEOUT(recordedArguments(expectedScript), QStringList{address}, 5000);
-    QVERIFY(!QFile::exists(recordPath(otherScript)));
-    QVERIFY(m_desktop.opened.isEmpty());
-    QVERIFY(!log.contains(kMissingScriptLine));
-}
-
-void tst_OpenUrl::addressIsNotQuoted()
-{
-    installScript(kPdfScript);
-    QVERIFY(CommonUtils::OpenUrl(QStringLiteral("/tmp/user manual.pdf")));
-    QTRY_COMPARE_WITH_TIMEOUT(recordedArguments(kPdfScript),
-                              (QStringList{"/tmp/user", "manual.pdf"}), 5000);
-}
-
-void tst_OpenUrl::fallsBackWithoutScript_data()
-{
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QString>("presentScript");
-    QTest::addColumn<QUrl>("expectedUrl");
-    QTest::newRow("pdf, no scripts") << "/opt/linkdeck/manual.pdf" << QString()
-                                     << QUrl::fromLocalFile("/opt/linkdeck/manual.pdf");
-    QTest::newRow("html, only the pdf script") << "/opt/linkdeck/index.html" << kPdfScript
-                                               << QUrl::fromLocalFile("/opt/linkdeck/index.html");
-    QTest::newRow("pdf, only the plain script") << "/opt/linkdeck/manual.pdf" << kPlainScript
-                                                << QUrl::fromLocalFile("/opt/linkdeck/manual.pdf");
-    QTest::newRow("web address") << "https://example.com/a?b=c" << QString()
-                                 << QUrl("https://example.com/a?b=c");
-    QTest::newRow("mail address") << "mailto:support@example.com" << QString()
-                                  << QUrl("mailto:support@example.com");
-}
-
-void tst_OpenUrl::fallsBackWithoutScript()
-{
-    QFETCH(QString, address);
-    QFETCH(QString, presentScript);
-    QFETCH(QUrl, expectedUrl);
-    if (!presentScript.isEmpty())
-        installScript(presentScript);
-
-    LogCapture log;
-    QVERIFY(CommonUtils::OpenUrl(address));
-    QCOMPARE(m_desktop.opened, QList<QUrl>{expectedUrl});
-    QCOMPARE(log.count(kMissingScriptLine), 1);
-    QTest::qWait(200); // a script started by mistake would have written its record by now
-    if (!presentScript.isEmpty())
-        QVERIFY(!QFile::exists(recordPath(presentScript)));
+    if (runs.isEmpty()) {
+        QCOMPARE(m_opened, QList<QUrl>{fallback});
+        QTest::qWait(200); // a script started by mistake would have written its record by now
+    } else {
+        QTRY_COMPARE_WITH_TIMEOUT(recordedArguments(runs), address.split(' '), 5000);
+        QVERIFY(m_opened.isEmpty());
+    }
+    QCOMPARE(log.count(kMissingScriptLine), runs.isEmpty() ? 1 : 0);
+    for (const QString &script : installed)
+        QCOMPARE(recordedArguments(script).isEmpty(), script != runs);
 }
 
 QTEST_MAIN(tst_OpenUrl)
