@@ -1,9 +1,24 @@
-#include "ToolBarTestPlugin.h"
+#include "PluginInterfaces.h"
 
-bool ToolBarTestPlugin::QueryInterface(int iInterfaceNumber, QObject **ppInterface)
+#include <QObject>
+
+// A plugin with nothing but the base interface: toolbar items only ask whether it is loaded.
+class ToolBarTestPlugin : public QObject, public IBasePlugin
 {
-    if (!ppInterface)
-        return false;
-    *ppInterface = iInterfaceNumber == LD_INTERFACE_ROOT ? this : nullptr;
-    return *ppInterface != nullptr;
-}
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID IBasePlugin_iid)
+    Q_INTERFACES(IBasePlugin)
+
+public:
+    void Release() override {}
+    int GetLastError() override { return 0; }
+    bool Initialize() override { return true; }
+    bool QueryInterface(int iInterfaceNumber, QObject **ppInterface) override
+    {
+        if (ppInterface)
+            *ppInterface = iInterfaceNumber == LD_INTERFACE_ROOT ? this : nullptr;
+        return ppInterface && *ppInterface;
+    }
+};
+
+#include "ToolBarTestPlugin.moc"

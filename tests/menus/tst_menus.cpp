@@ -1,0 +1,382 @@
+#include "MenuParse.h"
+#include "QBuildMenu.h"
+
+#include "CommonUtils.h"
+#include "LogCapture.h"
+#include "NexoSim.h"
+#include "TestFiles.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QtTest>
+
+namespace {
+const QString kPlugin = QStringLiteral("MenuTest");
+const QString kSource = QStringLiteral("../../src/core/PopupMenu/MenuParse.cpp");
+const QString kNoOperator = QStringLiteral("<sdk fails>");
+
+// Menu files written briefly: "[null:Main]" opens a "menu" element (parent, name), "[/]" closes
+// it, "ITEM:OPEN=Open" is an "item" with id "IDS_OPEN", "SEP" a separator; "add/" or "rem/" in
+// front gives the action. Anything else is copied as it is.
+QByteArray doc(QString body)
+{
+    const std::pair<const char *, const char *> rules[] = {
+        {R"(\[/\])", "</menu>"},
+        {R"(\[(\w+):?(\w*)\])", R"(<menu parent="\1" name="\2">)"},
+        {R"((?:(add|rem)/)?(ITEM|POPUP):(\w+)=(\w*))",
+         R"(<item type="\2" action="\1" id="IDS_\3">\4</item>)"},
+        {R"((?:(add|rem)/)?\bSEP\b)", R"(<item type="SEPERATOR" action="\1"/>)"}};
+    for (const auto &rule : rules)
+        body.replace(QRegularExpression(rule.first), rule.second);
+    return "<?xml version=\"1.0\"?>\n<nexodoc>" + body.toUtf8() + "</nexodoc>\n";
+}
+
+const char kBase[] = "[null:Main] ITEM:OPEN=Open POPUP:VIEW=View SEP ITEM:EXIT=Exit [/] "
+                     "[View] ITEM:ZOOM=Zoom SEP [/]";
+const QString kBaseTree = "Main(I:IDS_OPEN=Open@null, P:IDS_VIEW=View[I:IDS_ZOOM=Zoom@View, "
+                          "S@View], S@null, I:IDS_EXIT=Exit@null)";
+const char kAcme[] = "<operator name=\"Acme\">[null:Main] add/ITEM:HELP=Help rem/ITEM:OPEN= "
+                     "add/POPUP:TOOLS=Tools [/] [View:Main] add/ITEM:FULL=Full rem/ITEM:ZOOM= "
+                     "rem/SEP [/]</operator>";
+const QString kAcmeTree = "Main(P:IDS_VIEW=View[S@View, I:IDS_FULL=Full@View, S@View], S@null, "
+                          "I:IDS_EXIT=Exit@null, I:IDS_HELP=Help@null, P:IDS_TOOLS=Tools[])";
+
+// The base menus followed by a customize section.
+QByteArray customized(const QString &blocks)
+{
+    return doc(kBase + ("<customize>" + blocks + "</customize>"));
+}
+
+QString writeMenuFile(const QByteArray &contents)
+{
+    const QString name = QStringLiteral("menu_%1.xml").arg(qHash(contents));
+    if (!TestFiles::writeAppFile("/plugins/" + kPlugin + '/' + name, contents))
+        qFatal("cannot write the menu file");
+    return name;
+}
+
+void setOperator(const QString &name)
+{
+    NexoSim_SetCustomizeName(name == kNoOperator ? nullptr : name.toLocal8Bit().constData());
+}
+
+// A tree on one line: I item, P popup (children in brackets), S separator, U type unset.
+QString entriesText(const QList<MENU::MenuXmlInfo *> *pList)
+{
+    if (!pList)
+        return QStringLiteral("<no list>");
+    QStringList parts;
+    for (const MENU::MenuXmlInfo *pEntry : *pList) {
+        QString name, parent;
+        pEntry->GetMenuName(name);
+        pEntry->GetPopupParent(parent);
+        const QString text = pEntry->GetMenuTextID() + '=' + name;
+        const int type = pEntry->GetMenuType();
+        if (type == MENU::MENU_TYPE_POPUP)
+            parts << "P:" + text + '[' + entriesText(pEntry->GetPopupMenuList()) + ']';
+        else if (type == MENU::MENU_TYPE_SEPARATOR)
+            parts << "S@" + parent;
+        else
+            parts << QChar(type == MENU::MENU_TYPE_ITEM ? 'I' : 'U') + (':' + text + '@' + parent);
+    }
+    return parts.join(", ");
+}
+
+QString treeText(const MENU::MenuParse &parser)
+{
+    QStringList parts;
+    if (const QList<MENU::STMENUINFO *> *pMenus = parser.GetMenuInfoList())
+        for (const MENU::STMENUINFO *pMenu : *pMenus)
+            parts << pMenu->strMenuName + '(' + entriesText(pMenu->pMenuItemList) + ')';
+    return parts.join("; ");
+}
+
+// A built menu as shown: texts, "|" for separators, sub-menus in brackets.
+QString shownText(const QMenu *pMenu)
+{
+    QStringList parts;
+    const QList<QAction *> actions = pMenu->actions();
+    for (const QAction *pAction : actions)
+        parts << (pAction->isSeparator() ? "|"
+                  : pAction->menu()      ? pAction->text() + '[' + shownText(pAction->menu()) + ']'
+                                         : pAction->text());
+    return parts.join(' ');
+}
+
+QString recordsText(const QList<MENU::QActionInfo> &records)
+{
+    QStringList parts;
+    for (const MENU::QActionInfo &info : records)
+        parts << info.textId + '@' + info.popupParent + '=' + info.action->text();
+    return parts.join(' ');
+}
+
+MENU::MenuXmlInfo *entry(int type, const QString &name, const QString &parent = QString())
+{
+    auto *pEntry = new MENU::MenuXmlInfo;
+    pEntry->SetMenuType(type);
+    pEntry->SetMenuTextID("IDS_" + name);
+    pEntry->SetMenuName(name);
+    pEntry->SetPopupParent(parent);
+    return pEntry;
+}
+} // namespace
+
+class tst_Menus : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        NexoSim_Reset();
+        CommonUtils::SetSMSSeperatorConfigValue(true);
+    }
+    void tree_data();
+    void tree();
+    void logLines();
+    void releaseTwice();
+    void searchSeparator_data();
+    void searchSeparator();
+    void recordsInMenuOrder();
+    void nestedPopupHiddenAndPopupWithoutListEndsMenu();
+    void menusThatCannotBeBuilt();
+    void shippedMenuFile_data();
+    void shippedMenuFile();
+};
+
+void tst_Menus::tree_data()
+{
+    QTest::addColumn<QString>("op");
+    QTest::addColumn<bool>("result");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QByteArray>("contents");
+
+    // A completely read file reports false; only a document without "nexodoc" reports true.
+    QTest::newRow("popup collects a later menu element") << "" << false << kBaseTree << doc(kBase);
+    QTest::newRow("entries before any top-level menu")
+        << "" << false << "Main(I:IDS_A=A@null)"
+        << doc("ITEM:E=E POPUP:P=P SEP [null:Main] ITEM:A=A [/]");
+    QTest::newRow("unknown popup parents dropped; popups found by text, not id")
+        << "" << false << "Main(P:IDS_P=Pop[])"
+        << doc("[null:Main] POPUP:P=Pop [/] [Nope] ITEM:X=X SEP [/] [IDS_P] ITEM:Y=Y [/]");
+    QTest::newRow("types and names are case-sensitive")
+        << "" << false << "Main(I:IDS_OK=Ok@null)"
+        << doc(R"([null:Main] <item type="item" id="IDS_1">1</item><item type="SEPARATOR"/>
+            <item type="separator"/><item type="popup" id="IDS_3">3</item>
+            <Item type="ITEM" id="IDS_4">4</Item> ITEM:OK=Ok [/]
+            <Menu parent="null" name="Upper">ITEM:U=U</Menu>)");
+    QTest::newRow("entries between menu elements dropped")
+        << "" << false << "Main(I:IDS_A=A@null)" << doc("[null:Main] ITEM:A=A [/] ITEM:B=B SEP");
+    QTest::newRow("reading stops at an XML error")
+        << "" << false << "Main(I:IDS_A=A@null)"
+        << doc("[null:Main] ITEM:A=A <broken a=> [/] [null:Late] ITEM:B=B [/]");
+    QTest::newRow("menus after customize not read")
+        << "Nobody" << false << kBaseTree
+        << doc(kBase + QString("<customize/>[null:Late] ITEM:L=L [/]"));
+    QTest::newRow("no nexodoc root")
+        << "" << true << QString() << doc("[null:Main] ITEM:A=A [/]").replace("nexodoc", "other");
+
+    const QByteArray acme = customized(kAcme);
+    QTest::newRow("operator block applied") << "Acme" << false << kAcmeTree << acme;
+    QTest::newRow("operator names are case-sensitive") << "acme" << false << kBaseTree << acme;
+    QTest::newRow("empty operator applies the first block") << "" << false << kAcmeTree << acme;
+    QTest::newRow("no operator from the device") << kNoOperator << false << kAcmeTree << acme;
+
+    const QByteArray twoBlocks =
+        customized("<operator name=\"Acme\">[null:Main] add/ITEM:A=A [/]</operator>"
+                   "<operator name=\"Beta\">[null:Main] add/ITEM:B=B [/]</operator>");
+    const QString base = kBaseTree.chopped(1);
+    QTest::newRow("later operator blocks applied too")
+        << "Acme" << false << base + ", I:IDS_A=A@null, I:IDS_B=B@null)" << twoBlocks;
+    QTest::newRow("earlier operator blocks skipped")
+        << "Beta" << false << base + ", I:IDS_B=B@null)" << twoBlocks;
+    QTest::newRow("rem of unknown ids changes nothing")
+        << "Acme" << false << kBaseTree
+        << customized("<operator name=\"Acme\">[null:Main] rem/ITEM:NONE= rem/POPUP:NONE= [/] "
+                      "[View:Main] rem/ITEM:NONE= [/] [Nope:Main] rem/ITEM:ZOOM= [/] "
+                      "[null:Nope] rem/ITEM:OPEN= [/]</operator>");
+    QTest::newRow("rem of a popup takes its entries along")
+        << "Acme" << false << "Main(I:IDS_OPEN=Open@null, S@null, I:IDS_EXIT=Exit@null)"
+        << customized("<operator name=\"Acme\">[null:Main] rem/POPUP:VIEW= [/]</operator>");
+    QTest::newRow("other actions do nothing")
+        << "Acme" << false << kBaseTree
+        << customized("<operator name=\"Acme\">[null:Main] ITEM:X=X <item type=\"ITEM\" "
+                      "action=\"Add\" id=\"IDS_Y\">Y</item> [/]</operator>");
+}
+
+void tst_Menus::tree()
+{
+    QFETCH(QString, op);
+    QFETCH(bool, result);
+    QFETCH(QString, expected);
+    QFETCH(QByteArray, contents);
+    MENU::MenuParse parser;
+    NexoSim_SetCustomizeName("stale"); // a failing device must clear the name read before
+    parser.GetOperator();
+    setOperator(op);
+    parser.GetOperator();
+    QCOMPARE(parser.LoadFile(kPlugin, writeMenuFile(contents)), result);
+    QCOMPARE(treeText(parser), expected);
+}
+
+void tst_Menus::logLines()
+{
+    LogCapture log;
+    MENU::MenuParse absent(kPlugin, QStringLiteral("absent.xml"));
+    QVERIFY(log.contains(QStringLiteral("File %1/plugins/MenuTest/absent.xml does not exist")
+                             .arg(TestFiles::appDir())));
+    // A directory under the file's name cannot be read as a file; its line carries a time stamp.
+    QVERIFY(TestFiles::writeAppFile(QStringLiteral("/plugins/MenuTest/dir.xml/inner"), "x"));
+    MENU::MenuParse directory(kPlugin, QStringLiteral("dir.xml"));
+    const QString openError = kSource + ": LoadFile: file open error";
+    QVERIFY(log.containsUnstamped(openError) && !log.contains(openError));
+    QCOMPARE(treeText(absent) + treeText(directory), QString());
+
+    log.clear();
+    setOperator(QStringLiteral("Acme"));
+    MENU::MenuParse parser(kPlugin, writeMenuFile(doc(QString("[P] POPUP:P=P [/]") + kBase +
+                                                      "<customize>" + kAcme + "</customize>")));
+    QWidget parent;
+    QList<MENU::QActionInfo> records;
+    MENU::QBuildMenu(kPlugin, writeMenuFile(doc(kBase))).CreateMenuBar("Main", &parent, &records);
+    QStringList expected;
+    for (const char *stage :
+         {"ReadInfo:open file ", "ReadMenuItem:ReadMenuItem ", "AddMenuPopup:AddMenuPopup ",
+          "ReadMenuItem:read traymenu customization ", "CustomizeItemParse:ReadMenuItem ",
+          "CreateMenuBar:CreateMenuBar ", "AddMenuItem:AddMenuItem "})
+        expected << kSource + ": " + stage;
+    QVERIFY2(log.containsInOrder(expected), qPrintable(log.texts().join('\n')));
+    QCOMPARE(log.count(expected.at(2)), 1);
+}
+
+void tst_Menus::releaseTwice()
+{
+    MENU::MenuParse parser(kPlugin, writeMenuFile(doc(kBase)));
+    QCOMPARE(treeText(parser), kBaseTree);
+    parser.release();
+    parser.release();
+    QCOMPARE(parser.GetMenuInfoList(), nullptr);
+    // Without a tree, reading stops at the first top-level menu.
+    QVERIFY(!parser.LoadFile(kPlugin, writeMenuFile(doc(kBase))));
+    QCOMPARE(parser.GetMenuInfoList(), nullptr);
+}
+
+void tst_Menus::searchSeparator_data()
+{
+    QTest::addColumn<QString>("entries");
+    QTest::addColumn<bool>("sms");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("switch on") << "A S SEP B SEP C" << true << "A Search | B | C";
+    QTest::newRow("switch off; a later separator shown")
+        << "A S SEP B SEP C" << false << "A Search B | C";
+    QTest::newRow("switch off, items between") << "S A B SEP C" << false << "Search A B C";
+    QTest::newRow("switch off, separator before search")
+        << "SEP A S SEP B" << false << "| A Search B";
+    QTest::newRow("switch off, two searches")
+        << "S SEP A S SEP B SEP" << false << "Search A Search B |";
+    QTest::newRow("switch off, no search") << "A SEP B" << false << "A | B";
+}
+
+void tst_Menus::searchSeparator()
+{
+    QFETCH(QString, entries);
+    QFETCH(bool, sms);
+    QFETCH(QString, shown);
+    CommonUtils::SetSMSSeperatorConfigValue(sms);
+    entries.replace(QRegularExpression("\\b([A-C])\\b"), "ITEM:\\1=\\1")
+        .replace(QRegularExpression("\\bS\\b"), "ITEM:MENU_SEARCH=Search");
+    MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc("[null:Main]" + entries + "[/]")));
+    QWidget parent;
+    QList<MENU::QActionInfo> records;
+    QMenu *pMenu = builder.CreateMenuBar(QStringLiteral("Main"), &parent, &records);
+    QVERIFY(pMenu && pMenu->parent() == &parent);
+    QCOMPARE(shownText(pMenu), shown);
+}
+
+void tst_Menus::recordsInMenuOrder()
+{
+    QWidget parent;
+    QList<MENU::QActionInfo> records;
+    QMenu *pMenu = MENU::QBuildMenu(kPlugin, writeMenuFile(doc(kBase)))
+                       .CreateMenuBar(QStringLiteral("Main"), &parent, &records);
+    QVERIFY(pMenu);
+    // The menu and its actions outlive the builder and its tree.
+    QCOMPARE(shownText(pMenu), QStringLiteral("Open View[Zoom |] | Exit"));
+    QCOMPARE(
+        recordsText(records),
+        QStringLiteral("IDS_OPEN@null=Open IDS_VIEW@=View IDS_ZOOM@View=Zoom IDS_EXIT@null=Exit"));
+    QCOMPARE(records.at(2).action, pMenu->actions().at(1)->menu()->actions().at(0));
+    for (const MENU::QActionInfo &info : qAsConst(records))
+        QCOMPARE(info.action->parent(), &parent);
+}
+
+void tst_Menus::nestedPopupHiddenAndPopupWithoutListEndsMenu()
+{
+    MENU::STMENUINFO menuInfo(QStringLiteral("Main"));
+    MENU::MenuXmlInfo *pOuter = entry(MENU::MENU_TYPE_POPUP, "Outer");
+    MENU::MenuXmlInfo *pInner = entry(MENU::MENU_TYPE_POPUP, "Inner", "Outer");
+    pInner->GetPopupMenuList()->append(entry(MENU::MENU_TYPE_ITEM, "Deep", "Inner"));
+    *pOuter->GetPopupMenuList() << entry(MENU::MENU_TYPE_ITEM, "A", "Outer") << pInner
+                                << entry(MENU::MENU_TYPE_SEPARATOR, "", "Outer")
+                                << entry(MENU::MENU_TYPE_ITEM, "B", "Outer");
+    MENU::MenuXmlInfo *pNoList = entry(MENU::MENU_TYPE_POPUP, "P");
+    pNoList->releaseXMlInfo();
+    *menuInfo.pMenuItemList << pOuter << pNoList << entry(MENU::MENU_TYPE_ITEM, "C", "null");
+
+    MENU::QBuildMenu builder{QString(), QString()};
+    QWidget parent;
+    QMenu menu;
+    QList<MENU::QActionInfo> records;
+    QVERIFY(!builder.AddMenuItem(&menuInfo, &menu, &parent, &records));
+    QCOMPARE(shownText(&menu), QStringLiteral("Outer[A | B] P"));
+    QCOMPARE(recordsText(records),
+             QStringLiteral("IDS_Outer@=Outer IDS_A@Outer=A IDS_B@Outer=B IDS_P@=P"));
+}
+
+void tst_Menus::menusThatCannotBeBuilt()
+{
+    QWidget parent;
+    QList<MENU::QActionInfo> records;
+    MENU::QBuildMenu empty{QString(), QString()};
+    MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc(kBase)));
+    for (const char *name : {"Main", "null", ""})
+        QCOMPARE(empty.CreateMenuBar(name, &parent, &records), nullptr);
+    for (const char *name : {"Tray", "main", ""})
+        QCOMPARE(builder.CreateMenuBar(name, &parent, &records), nullptr);
+    QCOMPARE(builder.CreateMenuBar(QStringLiteral("Main"), nullptr, &records), nullptr);
+    QVERIFY(records.isEmpty() && parent.children().isEmpty());
+}
+
+void tst_Menus::shippedMenuFile_data()
+{
+    QTest::addColumn<QString>("op");
+    QTest::addColumn<QString>("expected");
+    const QString main =
+        "MainMenu(P:IDS_MENUBAR_FILE=File[I:IDS_MENU_SEARCH=Search@File, S@File, "
+        "I:IDS_MENU_EXIT=Exit@File], P:IDS_MENUBAR_VIEW=View[I:IDS_MENU_TOOLBAR=Toolbar@View, "
+        "S@View, I:IDS_MENU_LEFT_TO_RIGHT=Left to right@View, I:IDS_MENU_RIGHT_TO_LEFT=Right to "
+        "left@View], P:IDS_MENUBAR_HELP=Help[I:IDS_MENU_ABOUT=About@Help]";
+    const QString plain = main +
+                          "); Tray(I:IDS_MENU_SHOW=Show@null, I:IDS_MENU_SEARCH=Search@null, "
+                          "S@null, I:IDS_MENU_EXIT=Exit@null)";
+    QTest::newRow("nordtel") << "nordtel"
+                             << main +
+                                    ", P:IDS_MENUBAR_OPERATOR=Nordtel[I:IDS_MENU_OPERATOR_PORTAL="
+                                    "Customer portal@Nordtel]); Tray(I:IDS_MENU_SHOW=Show@null, "
+                                    "S@null, I:IDS_MENU_EXIT=Exit@null)";
+    // Devices without a customization name must not pick up the operator block.
+    QTest::newRow("no name from the device") << kNoOperator << plain;
+    QTest::newRow("empty name") << "" << plain;
+}
+
+void tst_Menus::shippedMenuFile()
+{
+    QFETCH(QString, op);
+    QFETCH(QString, expected);
+    setOperator(op);
+    QCOMPARE(treeText(MENU::MenuParse(QStringLiteral("XFramePlugin"), "MainMenu.xml")), expected);
+}
+
+QTEST_MAIN(tst_Menus)
+#include "tst_menus.moc"
