@@ -46,11 +46,6 @@ QString described(const QString &mcc, const QString &mnc)
         .join('|');
 }
 
-void writeList(const QString &name, const QByteArray &contents)
-{
-    QVERIFY(TestFiles::writeAppFile(kDir + name, contents));
-}
-
 // "<lead> <reader's error>  at line  <n> , column  <n> ", the reader's words for these contents.
 QString errorLine(const QString &lead, const QByteArray &contents)
 {
@@ -71,22 +66,21 @@ class tst_OperatorList : public QObject
 
 private slots:
     void initTestCase();
-    void init() { writeList("OperatorList.xml", kList); }
+    void init() { QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml", kList)); }
     void cleanup() { StatusBarOpListParse::DestroyInstance(); }
     void lookup();
-    void readsOnceAndLogsTheReaders();
-    void destroyThenGetReadsAfresh();
+    void readsOncePerInstance();
     void unreadableFiles();
-    void malformedXml_data();
     void malformedXml();
 };
 
 void tst_OperatorList::initTestCase()
 {
     TestFiles::useFreshSettings();
-    writeList("StatusBarMgrPlugin_en-us.lang",
-              "<lang><item name=\"IDS_OP_CMCC\">China Mobile (translated)</item>"
-              "<item name=\"IDS_OP_AT\">Austria, translated</item></lang>");
+    QVERIFY(
+        TestFiles::writeAppFile(kDir + "StatusBarMgrPlugin_en-us.lang",
+                                "<lang><item name=\"IDS_OP_CMCC\">China Mobile (translated)</item>"
+                                "<item name=\"IDS_OP_AT\">Austria, translated</item></lang>"));
 }
 
 // "mcc mnc short|full|region|language key"
@@ -113,31 +107,26 @@ void tst_OperatorList::lookup()
     QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(), QString("OperatorList.xml"));
 }
 
-void tst_OperatorList::readsOnceAndLogsTheReaders()
+// One read per instance: a changed file shows only after DestroyInstance. The two section
+// readers stamp their lines.
+void tst_OperatorList::readsOncePerInstance()
 {
     LogCapture log;
-    StatusBarOpListParse *first = StatusBarOpListParse::GetInstance();
-    QCOMPARE(StatusBarOpListParse::GetInstance(), first);
-    QStringList lines;
-    for (const char *reader :
-         {"LoadFile", "readFile", "readOperatorList", "readMccMncInfo", "readMccOnlyInfo"})
-        lines << kSource + ": " + reader + ": called";
-    QVERIFY2(log.containsInOrder(lines), qPrintable(log.texts().join('\n')));
-    QCOMPARE(log.countUnstamped(lines.first()), 1); // read once
-    // The two section readers stamp their lines.
-    QVERIFY(log.containsUnstamped(lines.at(3)) && !log.contains(lines.at(3)));
-    QVERIFY(log.containsUnstamped(lines.at(4)) && !log.contains(lines.at(4)));
-}
-
-void tst_OperatorList::destroyThenGetReadsAfresh()
-{
     QCOMPARE(described("460", "01"), QString("CU|China Unicom|China|"));
-    writeList("OperatorList.xml", QByteArray(kList).replace("\"CU\"", "\"Unicom\""));
+    QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml",
+                                    QByteArray(kList).replace("\"CU\"", "\"Unicom\"")));
     QCOMPARE(described("460", "01"), QString("CU|China Unicom|China|"));
+    const QString called = kSource + ": %1: called";
+    QCOMPARE(
+        log.unstamped(),
+        (QStringList{called.arg("LoadFile"), called.arg("readFile"), called.arg("readOperatorList"),
+                     called.arg("readMccMncInfo"), called.arg("readMccOnlyInfo")}));
+    QCOMPARE(log.texts().mid(0, 3), log.unstamped().mid(0, 3));
+    QVERIFY(LogCapture::hasStamp(log.texts().at(3)) && LogCapture::hasStamp(log.texts().at(4)));
 
-    LogCapture log;
+    log.clear();
     StatusBarOpListParse::DestroyInstance();
-    QVERIFY(log.contains(kSource + ": ReleaseData: called"));
+    QCOMPARE(log.texts(), QStringList{called.arg("ReleaseData")});
     QCOMPARE(described("460", "01"), QString("Unicom|China Unicom|China|"));
 }
 
@@ -163,40 +152,33 @@ void tst_OperatorList::unreadableFiles()
              qPrintable(log.texts().join('\n')));
 }
 
-void tst_OperatorList::malformedXml_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<bool>("inSection"); // a section reader meets the error first
-    QTest::addColumn<QString>("kept");   // the short names of 1/2 and 1/9
-    QTest::newRow("broken item in MccMnc")
-        << QByteArray("<OperatorList>\n<MccMnc>\n<Item mcc=\"1\" mnc=\"2\" shortdescr=\"Kept\"/>\n"
-                      "<Item mcc=\"1\" mnc=\"3\"\n</MccMnc>\n<MccOnly><Item mcc=\"1\" "
-                      "shortdescr=\"Never\"/></MccOnly>\n</OperatorList>\n")
-        << true << "Kept,";
-    QTest::newRow("not XML at all") << QByteArray("no operator list\n") << false << ",";
-}
-
 // Entries read before the error stay; the error goes to the log in the reader's own words, as a
 // warning from a section reader and then as a debug line.
 void tst_OperatorList::malformedXml()
 {
-    QFETCH(QByteArray, contents);
-    QFETCH(bool, inSection);
-    QFETCH(QString, kept);
-    writeList("OperatorList.xml", contents);
-    LogCapture log;
-    QCOMPARE(described("1", "2").section('|', 0, 0) + ',' + described("1", "9").section('|', 0, 0),
-             kept);
-    QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(), QString("OperatorList.xml"));
-    QStringList errors;
-    for (const LogCapture::Line &line : log.lines()) {
-        if (line.text.startsWith("Error:"))
-            errors << QString(line.type == QtWarningMsg ? "warning " : "debug ") + line.text;
+    const QByteArray broken =
+        "<OperatorList>\n<MccMnc>\n<Item mcc=\"1\" mnc=\"2\" shortdescr=\"Kept\"/>\n"
+        "<Item mcc=\"1\" mnc=\"3\"\n</MccMnc>\n<MccOnly><Item mcc=\"1\" "
+        "shortdescr=\"Never\"/></MccOnly>\n</OperatorList>\n";
+    const QByteArray noXml = "no operator list\n";
+    for (const QByteArray &contents : {broken, noXml}) {
+        StatusBarOpListParse::DestroyInstance();
+        QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml", contents));
+        LogCapture log;
+        QCOMPARE(described("1", "2") + described("1", "9"),
+                 QString(contents == broken ? "Kept||||||" : "||||||"));
+        QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(),
+                 QString("OperatorList.xml"));
+        QStringList errors;
+        for (const LogCapture::Line &line : log.lines()) {
+            if (line.text.startsWith("Error:"))
+                errors << QString(line.type == QtWarningMsg ? "warning " : "debug ") + line.text;
+        }
+        QStringList expected{"debug " + errorLine("Error: ", contents)};
+        if (contents == broken)
+            expected.prepend("warning " + errorLine("Error:", contents));
+        QCOMPARE(errors, expected);
     }
-    QStringList expected{"debug " + errorLine("Error: ", contents)};
-    if (inSection)
-        expected.prepend("warning " + errorLine("Error:", contents));
-    QCOMPARE(errors, expected);
 }
 
 QTEST_GUILESS_MAIN(tst_OperatorList)
