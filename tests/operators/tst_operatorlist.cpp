@@ -12,8 +12,7 @@ namespace {
 const QString kDir = QStringLiteral("/plugins/StatusBarMgrPlugin/");
 const QString kSource = QStringLiteral("../../src/core/common/StatusBarOpListParse");
 
-const QByteArray kList = R"(<?xml version="1.0" encoding="UTF-8"?>
-<OperatorList>
+const QByteArray kList = R"(<OperatorList>
   <MccMnc>
     <Region descr="China"/>
     <Item mcc="460" mnc="01" shortdescr="CU" fulldescr="China Unicom" langid=""/>
@@ -32,9 +31,7 @@ const QByteArray kList = R"(<?xml version="1.0" encoding="UTF-8"?>
     <Item mcc="228" shortdescr="CH-" fulldescr="Switzerland"/>
     <Item mcc="228" shortdescr="SUI " fulldescr="Switzerland"/>
   </MccOnly>
-  <MccMnc>
-    <Item mcc="999" mnc="99" shortdescr="Late" fulldescr="Late"/>
-  </MccMnc>
+  <MccMnc><Item mcc="999" mnc="99" shortdescr="Late" fulldescr="Late"/></MccMnc>
 </OperatorList>
 )";
 

@@ -130,8 +130,6 @@ void tst_TextUtils::links_data()
     row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
     row("line feed before https: scheme doubled", "see\nhttps://example.com",
         "see&nbsp;\n" + a("http://https://example.com", "https://example.com"));
-    row("line feed before a third-slash address", "\nhttp:///x",
-        "&nbsp;\n" + a("http://http:///x", "http:///x"));
     row("line feed before www", "hi\n" + kWeb, "hi&nbsp;\n" + web);
     row("line feed before e-mail", "hi\n" + kMail, "hi&nbsp;\n" + a("mailto:" + kMail, kMail));
     row("line feed before ftp: not linked", "hi\nftp://example.com", "hi&nbsp;\nftp://example.com");
@@ -166,12 +164,10 @@ void tst_TextUtils::parenthesisCorrection_data()
     row("empty", "", "");
     for (const char c : {',', '"', '(', ')', '[', ']', '{', '}'})
         QTest::addRow("%c after Latin", c) << "x" + QString(c) << "x" + QString(c) + kLro;
-    row("semicolon, full-width comma", "a;b\uFF0Cc", "a;b\uFF0Cc");
     row("bracket at the start stays alone", "(abc)", "(abc)" + kLro);
     row("comma after Hebrew", "\u05E9\u05DC,\u05E2", "\u05E9\u05DC," + kRlo + "\u05E2");
     row("comma after Arabic (AL)", "\u0633\u0644,\u0639", "\u0633\u0644,\u0639");
-    row("comma after a digit or a blank", "1,2 ,3", "1,2 ,3");
-    row("every occurrence marked at once", "\u05D0,a,", "\u05D0," + kRlo + "a," + kRlo);
+    row("comma after a digit or a blank, semicolon", "1,2 ,a;", "1,2 ,a;");
     const QString marks = kLro.repeated(4);
     row("repeated commas accumulate marks", "a,b,c,d",
         "a," + marks + "b," + marks + "c," + marks + "d");
