@@ -46,12 +46,12 @@ QString described(const QString &mcc, const QString &mnc)
     return item.strShortDescr + '|' + item.strFullDescr + '|' + item.strRegionDescr;
 }
 
+// The document element; a null one when the file cannot be read.
 QDomElement readDocument(const QString &path)
 {
     QFile file(path);
     QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
-        qWarning("cannot read %s", qPrintable(path));
+    document.setContent(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
     return document.documentElement();
 }
 
@@ -65,7 +65,6 @@ private slots:
     void init() { StatusBarOpListParse::DestroyInstance(); }
     void cleanupTestCase() { StatusBarOpListParse::DestroyInstance(); }
     void convertsSmallDatabase();
-    void missingDatabaseFails();
     void shippedListHoldsTheRealDatabase();
 };
 
@@ -73,8 +72,13 @@ private slots:
 // networks (all providers in the full name); MCC-only entries name the country.
 void tst_OperatorConverter::convertsSmallDatabase()
 {
+    QString errors; // without its database the converter fails and writes nothing
+    QVERIFY(TestFiles::removeAppPath(kList));
+    QCOMPARE(convert(TestFiles::appDir() + "/db/missing.xml", &errors), 1);
+    QVERIFY2(errors.contains("mobile-broadband-provider-info"), qPrintable(errors));
+    QVERIFY(!QFile::exists(TestFiles::appDir() + kList));
+
     QVERIFY(TestFiles::writeAppFile("/db/serviceproviders.xml", kDatabase));
-    QString errors;
     QCOMPARE(convert(TestFiles::appDir() + "/db/serviceproviders.xml", &errors), 0);
     const QDomElement list = readDocument(TestFiles::appDir() + kList);
     QCOMPARE(list.firstChildElement("MccMnc").elementsByTagName("Item").size(), 4);
@@ -89,15 +93,6 @@ void tst_OperatorConverter::convertsSmallDatabase()
     for (const QString &line : expected)
         found << line.left(7) + described(line.left(3), line.mid(4, 2));
     QCOMPARE(found, expected);
-}
-
-void tst_OperatorConverter::missingDatabaseFails()
-{
-    QVERIFY(TestFiles::removeAppPath(kList));
-    QString errors;
-    QCOMPARE(convert(TestFiles::appDir() + "/db/missing.xml", &errors), 1);
-    QVERIFY2(errors.contains("mobile-broadband-provider-info"), qPrintable(errors));
-    QVERIFY(!QFile::exists(TestFiles::appDir() + kList));
 }
 
 // As many items as the database has distinct pairs, and every pair resolves to its providers.

@@ -28,14 +28,10 @@ const QString kPdf = QStringLiteral("/sbin/velmora-open-usermanual-pdf");
 const QString kMissingScriptLine =
     QStringLiteral("../../src/core/common/CommonUtils: OpenUrl: the script file  is not found ...");
 
-QString a(const QString &target, const QString &text)
+// An anchor; its text is its target unless given.
+QString a(const QString &target, const QString &text = QString())
 {
-    return "<a href = " + target + ">" + text + "</a>";
-}
-
-QString link(const QString &address) // both target and text
-{
-    return a(address, address);
+    return "<a href = " + target + ">" + (text.isNull() ? target : text) + "</a>";
 }
 
 void row(const char *name, const QString &text, const QString &expected)
@@ -59,11 +55,6 @@ QStringList recordedArguments(const QString &script)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QString::fromLocal8Bit(file.readAll()).split('\n', Qt::SkipEmptyParts);
-}
-
-TagUnits unit(const char *name, qint32 divisor, quint64 threshold, const char *trKey = "")
-{
-    return TagUnits{name, divisor, threshold, trKey};
 }
 
 } // namespace
@@ -115,16 +106,16 @@ void tst_TextUtils::links_data()
     row("lower-case www", kWeb, web);
     row("upper-case www", "WWW.EXAMPLE.COM", "WWW.EXAMPLE.COM");
     row("www twice", "www.www.example.com", "www.www.example.com");
-    row("http", "http://example.com/a?b=1", link("http://example.com/a?b=1"));
-    row("https", "https://example.com", link("https://example.com"));
-    row("upper-case scheme", "HTTP://EXAMPLE.COM", link("HTTP://EXAMPLE.COM"));
+    row("http", "http://example.com/a?b=1", a("http://example.com/a?b=1"));
+    row("https", "https://example.com", a("https://example.com"));
+    row("upper-case scheme", "HTTP://EXAMPLE.COM", a("HTTP://EXAMPLE.COM"));
     row("http, third slash", "http:///example.com", "http:///example.com");
     row("https, no letter after scheme", "https://-x.com", "https://-x.com");
     row("schemes alone", "https:// ftp://", "https://&nbsp;ftp://");
-    row("ftp without pattern test", "ftp://f.example.com/a|b", link("ftp://f.example.com/a|b"));
-    row("upper-case ftp", "Ftp://1", link("Ftp://1"));
+    row("ftp without pattern test", "ftp://f.example.com/a|b", a("ftp://f.example.com/a|b"));
+    row("upper-case ftp", "Ftp://1", a("Ftp://1"));
     row("Latin-1 letter inside an http address", "http://x.com/caf\u00E9",
-        link("http://x.com/caf\u00E9"));
+        a("http://x.com/caf\u00E9"));
     row("other h/t/p/s schemes only after a line feed", "ph://x\nph://x",
         "ph://x&nbsp;\n" + a("http://ph://x", "ph://x"));
     row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
@@ -138,14 +129,14 @@ void tst_TextUtils::links_data()
     row("address followed by Chinese", kWeb + kCjk, web + kCjk);
     row("NUL ends an address", kWeb + QChar(0), web + QChar(0));
     row("punctuation after addresses", kWeb + ", (" + kMail + "). https://example.com)",
-        kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + link("https://example.com)"));
+        kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + a("https://example.com)"));
     row("&nbsp; in the text separates tokens", "a&nbsp;" + kWeb, "a&nbsp;" + web);
     row("&nbsp without semicolon", "a&nbsp " + kWeb, "a&nbsp&nbsp;" + web);
     row("upper-case &NBSP;: more counted than split", "A&NBSP;&NBSP;&NBSP; " + kWeb,
         "A&NBSP;&NBSP;&NBSP;&nbsp;" + web);
     row("Latin-1 letter keeps the address in its run", kWeb + "\u00E9", kWeb + "\u00E9");
     row("character above U+00FF ends an http address", "http://x.com/\u0109x",
-        link("http://x.com/") + "\u0109x");
+        a("http://x.com/") + "\u0109x");
 }
 
 void tst_TextUtils::links()
@@ -198,7 +189,7 @@ void tst_TextUtils::linkHelpers()
     for (const char *word :
          {"\nhttp://x.org\n/a", "http://\u00E9t.fr", "http://x\u0100", "ftp:///x"})
         made << CommonUtils::createLinkForHttpAndFtp(word);
-    QCOMPARE(made, (QStringList{"\n" + link("http://x.org/a"), link("http://\u00E9t.fr"),
+    QCOMPARE(made, (QStringList{"\n" + a("http://x.org/a"), a("http://\u00E9t.fr"),
                                 "http://x\u0100", "ftp:///x"}));
 }
 
@@ -268,10 +259,9 @@ void tst_TextUtils::units_data()
                             const QString &flux, const QString &unitOnly) {
         QTest::newRow(name) << units << value << flux << unitOnly;
     };
-    const QVector<TagUnits> rising{unit("B", 1, 0), unit("KB", 1024, 1023),
-                                   unit("MB", 1048576, 1048575)};
+    const QVector<TagUnits> rising{{"B", 1, 0}, {"KB", 1024, 1023}, {"MB", 1048576, 1048575}};
     const QVector<TagUnits> falling{rising.at(2), rising.at(1), rising.at(0)};
-    const QVector<TagUnits> same{unit("first", 1, 10), unit("second", 2, 10)};
+    const QVector<TagUnits> same{{"first", 1, 10}, {"second", 2, 10}};
     unitRow("empty table", {}, 5, "", "");
     unitRow("0: first row", rising, 0, "0.0 B", "B");
     unitRow("1023 equals the KB threshold", rising, 1023, "1023.0 B", "B");
@@ -280,16 +270,16 @@ void tst_TextUtils::units_data()
     unitRow("falling table: last qualifying row", falling, 5000000, "5000000.0 B", "MB");
     unitRow("falling table, 0: first row", falling, 0, "0.0 MB", "MB");
     unitRow("equal thresholds, above: later row", same, 11, "5.5 second", "first");
-    unitRow("largest value as unsigned", {unit("B", 1, 0)}, std::numeric_limits<quint64>::max(),
+    unitRow("largest value as unsigned", {{"B", 1, 0}}, std::numeric_limits<quint64>::max(),
             "18446744073709551616.0 B", "B");
-    unitRow("negative divisor", {unit("X", -2, 0)}, 5, "-2.5 X", "X");
-    unitRow("zero divisor", {unit("X", 0, 0)}, 5, "inf X", "X");
+    unitRow("negative divisor", {{"X", -2, 0}}, 5, "-2.5 X", "X");
+    unitRow("zero divisor", {{"X", 0, 0}}, 5, "inf X", "X");
     unitRow("translated label; later rows' keys ignored",
-            {unit("B", 1, 0), unit("KB", 1024, 1023, "IDS_UNIT_KB")}, 2048, "2.0 KiB/s", "B");
-    unitRow("first row translated", {unit("B", 1, 0, "IDS_UNIT_B"), unit("KB", 1024, 1023)}, 1,
-            "1.0 Byte", "Byte");
-    unitRow("key without translation: empty label", {unit("B", 1, 0, "IDS_UNIT_MISSING")}, 7,
-            "7.0 ", "");
+            {{"B", 1, 0}, {"KB", 1024, 1023, "IDS_UNIT_KB"}}, 2048, "2.0 KiB/s", "B");
+    unitRow("first row translated", {{"B", 1, 0, "IDS_UNIT_B"}, {"KB", 1024, 1023}}, 1, "1.0 Byte",
+            "Byte");
+    unitRow("key without translation: empty label", {{"B", 1, 0, "IDS_UNIT_MISSING"}}, 7, "7.0 ",
+            "");
 }
 
 void tst_TextUtils::units()
