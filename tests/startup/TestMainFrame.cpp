@@ -1,35 +1,70 @@
-#include "TestMainFrame.h"
+#include "PluginInterfaces.h"
 
-TestMainFrame::~TestMainFrame()
-{
-    delete m_pWindow;
-}
+#include <QPointer>
+#include <QWidget>
 
-bool TestMainFrame::Initialize()
+// A main frame for the start-up tests that logs "TestMainFrame: <call>" and leaves the splash
+// screen to the test. Built with TEST_FRAME_WITHOUT_SERVICE it lacks the service 4113.
+class TestMainFrame : public QObject,
+                      public IBasePlugin,
+                      public IUIPlugin,
+                      public IMainFrameUIService
 {
-    qDebug("TestMainFrame: Initialize");
-    return true;
-}
-
-void TestMainFrame::Release()
-{
-    qDebug("TestMainFrame: Release");
-    delete m_pWindow;
-}
-
-bool TestMainFrame::QueryInterface(int iInterfaceNumber, QObject **ppInterface)
-{
-    const bool known = iInterfaceNumber == LD_INTERFACE_ROOT ||
-                       iInterfaceNumber == LD_INTERFACE_MAIN_FRAME_SERVICE;
-    *ppInterface = known ? this : nullptr;
-    return known;
-}
-
-void TestMainFrame::Create(QWidget *pParent, const QRect &rect)
-{
-    qDebug("TestMainFrame: Create parent=%s rect=%s", pParent ? "set" : "null",
-           rect.isNull() ? "null" : "set");
-    if (!m_pWindow)
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID IBasePlugin_iid)
+    Q_INTERFACES(IBasePlugin IUIPlugin IMainFrameUIService)
+public:
+    void Release() override
+    {
+        qDebug("TestMainFrame: Release");
+        delete m_pWindow;
+    }
+    int GetLastError() override { return 0; }
+    bool Initialize() override
+    {
+        qDebug("TestMainFrame: Initialize");
+        return true;
+    }
+    bool QueryInterface(int iInterfaceNumber, QObject **ppInterface) override
+    {
+        bool known = iInterfaceNumber == LD_INTERFACE_ROOT;
+#ifndef TEST_FRAME_WITHOUT_SERVICE
+        known = known || iInterfaceNumber == LD_INTERFACE_MAIN_FRAME_SERVICE;
+#endif
+        *ppInterface = known ? this : nullptr;
+        return known;
+    }
+    void Create(QWidget *pParent, const QRect &rect) override
+    {
+        qDebug("TestMainFrame: Create parent=%s rect=%s", pParent ? "set" : "null",
+               rect.isNull() ? "null" : "set");
         m_pWindow = new QWidget(pParent);
-    m_pWindow->show();
-}
+        m_pWindow->show();
+    }
+
+    QWidget *GetMainWindow() override
+    {
+        return m_pWindow;
+    }
+    QString GetLayoutPluginClsid() override
+    {
+        return QString();
+    }
+    bool IsCustomTitleBar() override
+    {
+        return false;
+    }
+    int GetTitleHeight() override
+    {
+        return 0;
+    }
+    int GetFrameWidth() override
+    {
+        return 0;
+    }
+
+private:
+    QPointer<QWidget> m_pWindow;
+};
+
+#include "TestMainFrame.moc"

@@ -1,12 +1,9 @@
 #include "CommonUtils.h"
-#include "IPluginContainer.h"
 #include "LogCapture.h"
 #include "PluginInterfaces.h"
 #include "Startup.h"
 #include "TestFiles.h"
 
-#include <QBuffer>
-#include <QImage>
 #include <QSplashScreen>
 #include <QtTest>
 
@@ -17,52 +14,42 @@ namespace {
 const QString kSource = QStringLiteral("../../src/core/Startup/Startup");
 const QString kFrameConfig = QStringLiteral("/plugins/XFramePlugin/Config.xml");
 const QString kSplashImage = QStringLiteral("/plugins/XFramePlugin/splash");
+const QByteArray kFunctionTrue = "<function><splash>true</splash></function>";
+const QByteArray kFunctionFalse = "<function><splash>false</splash></function>";
 
 QString line(const char *function, const QString &text)
 {
     return kSource + QStringLiteral(": ") + QLatin1String(function) + QStringLiteral(": ") + text;
 }
 
-// Four main-frame candidates: a complete one, one without the service interface, one whose
-// library does not exist and one that no customization switches on.
-QByteArray pluginLibrary(const char *mainPlugin)
+QByteArray operatorPart(const char *name, const char *splash, const char *device = "")
 {
-    const auto record = [](const char *name, const char *clsid, const char *url) {
-        return QByteArray("<plugin><name>") + name + "</name><clsid>" + clsid + "</clsid><url>" +
-               url + "</url><active>true</active><type>1</type>" +
-               "<setting_title>false</setting_title><static>true</static></plugin>\n";
-    };
-    return QByteArray("<pluginslib>\n<mainplugin>") + mainPlugin + "</mainplugin>\n" +
-           record("TestFrame", "5D0C1F2A-0000-4000-8000-00000000F001", ".\\TestMainFrame.dll") +
-           record("UiOnlyFrame", "5D0C1F2A-0000-4000-8000-00000000F002", "TestUiOnlyFrame") +
-           record("GhostFrame", "5D0C1F2A-0000-4000-8000-00000000F003", "TestGhostFrame") +
-           record("DisabledFrame", "5D0C1F2A-0000-4000-8000-00000000F004", "TestMainFrame") +
-           "</pluginslib>\n";
+    return QByteArray("<customize name=\"") + name + "\"" + device + "><splash>" + splash +
+           "</splash></customize>";
 }
 
-QByteArray pluginsConfig()
+// Main frames: a complete one, one without the service interface, one without a library.
+void writeConfiguration(const QString &mainPlugin, const QByteArray &frameConfig)
 {
-    return "<pluginsconfig><common>"
-           "<item clsid=\"5D0C1F2A-0000-4000-8000-00000000F001\"/>"
-           "<item clsid=\"5D0C1F2A-0000-4000-8000-00000000F002\"/>"
-           "<item clsid=\"5D0C1F2A-0000-4000-8000-00000000F003\"/>"
-           "</common></pluginsconfig>\n";
-}
-
-QByteArray pngImage()
-{
-    QImage image(24, 12, QImage::Format_RGB32);
-    image.fill(Qt::darkBlue);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
-
-QByteArray frameConfig(const QByteArray &body)
-{
-    return "<?xml version=\"1.0\"?>\n<xframe>" + body + "</xframe>\n";
+    QByteArray library = "<pluginslib><mainplugin>" + mainPlugin.toLatin1() + "</mainplugin>";
+    QByteArray common = "<pluginsconfig><common>";
+    const char *const frames[][2] = {{"TestFrame", ".\\TestMainFrame.dll"},
+                                     {"UiOnlyFrame", "TestUiOnlyFrame"},
+                                     {"GhostFrame", "TestGhostFrame"}};
+    for (int i = 0; i < 3; ++i) {
+        const QByteArray clsid = "5D0C1F2A-0000-4000-8000-00000000F00" + QByteArray::number(i);
+        library += QByteArray("<plugin><name>") + frames[i][0] + "</name><clsid>" + clsid +
+                   "</clsid><url>" + frames[i][1] +
+                   "</url><active>true</active><type>1</type><static>true</static></plugin>";
+        common += "<item clsid=\"" + clsid + "\"/>";
+    }
+    QVERIFY(TestFiles::writeAppFile("/config/pluginslib.xml", library + "</pluginslib>"));
+    QVERIFY(
+        TestFiles::writeAppFile("/config/PluginsConfig.xml", common + "</common></pluginsconfig>"));
+    if (frameConfig.isNull())
+        QVERIFY(TestFiles::removeAppPath(kFrameConfig));
+    else
+        QVERIFY(TestFiles::writeAppFile(kFrameConfig, "<xframe>" + frameConfig + "</xframe>"));
 }
 
 } // namespace
@@ -72,41 +59,24 @@ class tst_Startup : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanup();
 
     void splashDecision_data();
     void splashDecision();
-    void splashIsUpBeforeAnyPluginLoads();
-    void getSplashScreenHandsOverOnce();
-    void missingSplashImageStillShowsSplash();
-    void loadsAndCreatesMainFrameByName();
-    void mainFrameFailures_data();
-    void mainFrameFailures();
-    void destructorReleasesPluginsAndClearsState();
+    void startUpAndShutDown();
+    void missingMainFrame_data();
+    void missingMainFrame();
 
 private:
-    void writeFiles(const char *mainPlugin, const QByteArray &config);
-
     std::unique_ptr<Startup> m_pStartup;
 };
-
-void tst_Startup::initTestCase()
-{
-    // Before any start-up the process has neither container nor main frame; the shut-down
-    // wait relies on the null container.
-    QVERIFY(!Startup::GetPluginContainer());
-    QVERIFY(!Startup::GetMainFrame());
-    QVERIFY(!Startup::GetMainFrameService());
-    int elapsed = -1;
-    QVERIFY(!Startup::GetSplashScreen(elapsed));
-}
 
 void tst_Startup::init()
 {
     TestFiles::useFreshSettings();
-    QVERIFY(TestFiles::writeAppFile(kSplashImage, pngImage()));
+    // A plain PBM image: the splash image format is detected from its content.
+    QVERIFY(TestFiles::writeAppFile(kSplashImage, "P1\n2 1\n0 1\n"));
 }
 
 void tst_Startup::cleanup()
@@ -116,116 +86,71 @@ void tst_Startup::cleanup()
     delete Startup::GetSplashScreen(elapsed);
 }
 
-void tst_Startup::writeFiles(const char *mainPlugin, const QByteArray &config)
-{
-    QVERIFY(TestFiles::writeAppFile("/config/pluginslib.xml", pluginLibrary(mainPlugin)));
-    QVERIFY(TestFiles::writeAppFile("/config/PluginsConfig.xml", pluginsConfig()));
-    if (config.isNull())
-        QVERIFY(TestFiles::removeAppPath(kFrameConfig));
-    else
-        QVERIFY(TestFiles::writeAppFile(kFrameConfig, config));
-}
-
 void tst_Startup::splashDecision_data()
 {
-    QTest::addColumn<QByteArray>("config");    // null: no Config.xml
-    QTest::addColumn<QString>("operatorName"); // null: setting absent
-    QTest::addColumn<bool>("startFlag");
-    QTest::addColumn<int>("logged"); // the splash=%d value; -1: no decision made
-    QTest::addColumn<bool>("shown");
+    QTest::addColumn<QByteArray>("config"); // null: no Config.xml
+    QTest::addColumn<QString>("operatorName");
+    QTest::addColumn<int>("logged"); // the splash=%d value; -1: start flag set, no decision
 
-    const QByteArray functionTrue = "<function><splash>true</splash></function>";
-    const QByteArray functionFalse = "<function><splash>false</splash></function>";
-    const QString common = QStringLiteral("common");
-    const QString nordtel = QStringLiteral("nordtel");
-
-    QTest::newRow("start flag suppresses the splash")
-        << frameConfig(functionTrue) << common << true << -1 << false;
-    QTest::newRow("function part true")
-        << frameConfig(functionTrue) << common << false << 1 << true;
-    QTest::newRow("function part false")
-        << frameConfig(functionFalse) << common << false << 0 << false;
+    const QString common = "common", nordtel = "nordtel";
+    QTest::newRow("start flag suppresses the splash") << kFunctionTrue << common << -1;
+    QTest::newRow("function part true") << kFunctionTrue << common << 1;
     QTest::newRow("only the exact text true counts")
-        << frameConfig("<function><splash>True</splash></function>") << common << false << 0
-        << false;
+        << QByteArray("<function><splash>True</splash></function>") << common << 0;
     QTest::newRow("function part without splash keeps true")
-        << frameConfig("<function><other>false</other></function>") << common << false << 1 << true;
+        << QByteArray("<function><other>false</other></function>") << common << 1;
     QTest::newRow("operator true without device wins over function false")
-        << frameConfig(functionFalse +
-                       "<customize name=\"nordtel\"><splash>true</splash></customize>")
-        << nordtel << false << 1 << true;
-    QTest::newRow("operator false wins over function true")
-        << frameConfig(functionTrue +
-                       "<customize name=\"nordtel\"><splash>false</splash></customize>")
-        << nordtel << false << 0 << false;
+        << kFunctionFalse + operatorPart("nordtel", "true") << nordtel << 1;
+    QTest::newRow("only the operator's own part counts, false wins over function true")
+        << kFunctionTrue + operatorPart("other", "true") + operatorPart("nordtel", "false")
+        << nordtel << 0;
     QTest::newRow("operator true bound to a device gives none")
-        << frameConfig(
-               functionTrue +
-               "<customize name=\"nordtel\" device=\"K5160\"><splash>true</splash></customize>")
-        << nordtel << false << 0 << false;
+        << kFunctionTrue + operatorPart("nordtel", "true", " device=\"K5160\"") << nordtel << 0;
     QTest::newRow("operator common is not consulted")
-        << frameConfig(functionFalse +
-                       "<customize name=\"common\"><splash>true</splash></customize>")
-        << common << false << 0 << false;
-    QTest::newRow("another operator's part is passed over")
-        << frameConfig(functionFalse +
-                       "<customize name=\"other\"><splash>true</splash></customize>" +
-                       "<customize name=\"nordtel\"><splash>false</splash></customize>")
-        << nordtel << false << 0 << false;
+        << kFunctionFalse + operatorPart("common", "true") << common << 0;
     QTest::newRow("operator name compared exactly")
-        << frameConfig(functionFalse +
-                       "<customize name=\"Nordtel\"><splash>true</splash></customize>")
-        << nordtel << false << 0 << false;
+        << kFunctionTrue + operatorPart("Nordtel", "false") << nordtel << 1;
     QTest::newRow("operator part without splash takes a later element's")
-        << frameConfig(functionFalse + "<customize name=\"nordtel\"/>" +
-                       "<customize name=\"other\"><splash>true</splash></customize>")
-        << nordtel << false << 1 << true;
-    QTest::newRow("operator part without any later splash keeps the function value")
-        << frameConfig(functionTrue + "<customize name=\"nordtel\"/>") << nordtel << false << 1
-        << true;
-    QTest::newRow("absent operator setting matches a nameless part")
-        << frameConfig(functionTrue + "<customize><splash>false</splash></customize>") << QString()
-        << false << 0 << false;
-    QTest::newRow("missing Config.xml") << QByteArray() << common << false << 0 << false;
+        << kFunctionFalse + "<customize name=\"nordtel\"/>" + operatorPart("x", "true") << nordtel
+        << 1;
+    QTest::newRow("missing Config.xml") << QByteArray() << common << 0;
     QTest::newRow("unreadable XML keeps the initial true")
-        << QByteArray("this is not XML") << common << false << 1 << true;
+        << QByteArray("<<not XML>>") << common << 1;
 }
 
 void tst_Startup::splashDecision()
 {
     QFETCH(QByteArray, config);
     QFETCH(QString, operatorName);
-    QFETCH(bool, startFlag);
     QFETCH(int, logged);
-    QFETCH(bool, shown);
 
-    writeFiles("TestFrame", config);
-    if (!operatorName.isNull())
-        CommonUtils::SetSettings("customize", "operator", operatorName);
-
+    writeConfiguration("TestFrame", config);
+    CommonUtils::SetSettings("customize", "operator", operatorName);
     LogCapture log;
-    m_pStartup = std::make_unique<Startup>(startFlag);
+    m_pStartup = std::make_unique<Startup>(logged < 0);
 
-    const QString decision = line("haveSplashScreen", QStringLiteral("splash="));
-    if (logged < 0) {
-        QCOMPARE(log.countUnstamped(decision + "0") + log.countUnstamped(decision + "1"), 0);
-    } else {
-        QCOMPARE(log.countUnstamped(decision + QString::number(logged)), 1);
-    }
-    QCOMPARE(log.countUnstamped(line("Startup", "showing splash screen...")), shown ? 1 : 0);
+    QStringList expected;
+    if (logged >= 0)
+        expected << line("haveSplashScreen", "splash=" + QString::number(logged));
+    if (logged == 1)
+        expected << line("Startup", "showing splash screen...");
+    QCOMPARE(log.unstamped().filter("splash"), expected);
 
     int elapsed = -1;
     std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-    QCOMPARE(bool(splash), shown);
+    QCOMPARE(bool(splash), logged == 1);
     if (splash)
-        QVERIFY(splash->isVisible());
+        QVERIFY(splash->isVisible() && !splash->pixmap().isNull());
 }
 
-void tst_Startup::splashIsUpBeforeAnyPluginLoads()
+void tst_Startup::startUpAndShutDown()
 {
-    writeFiles("TestFrame", frameConfig("<function><splash>true</splash></function>"));
+    // Without its image the splash screen is still shown, with an empty pixmap.
+    writeConfiguration("TestFrame", kFunctionTrue);
+    QVERIFY(TestFiles::removeAppPath(kSplashImage));
     LogCapture log;
     m_pStartup = std::make_unique<Startup>(false);
+    // The splash is up before any plugin loads.
     QVERIFY2(log.containsInOrder({line("Startup", "entered"),
                                   line("Startup", "showing splash screen..."),
                                   line("initializePluginContainer", "entered"),
@@ -234,110 +159,51 @@ void tst_Startup::splashIsUpBeforeAnyPluginLoads()
                                   line("loadMainFramePlugin", "m_pUiPlugin loaded..."),
                                   QStringLiteral("TestMainFrame: Create parent=null rect=null")}),
              qPrintable(log.texts().join('\n')));
-}
+    QVERIFY(!log.containsUnstamped(line("showSplashScreen", "create splash screen failed")));
+    IMainFrameUIService *service = Startup::GetMainFrameService();
+    QVERIFY(Startup::GetMainFrame() && service && service->GetMainWindow()->isVisible());
 
-void tst_Startup::getSplashScreenHandsOverOnce()
-{
-    writeFiles("TestFrame", frameConfig("<function><splash>true</splash></function>"));
-    m_pStartup = std::make_unique<Startup>(false);
     QTest::qWait(60);
-
     int elapsed = -1;
     std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-    QVERIFY(splash);
-    QVERIFY2(elapsed >= 60, qPrintable(QString::number(elapsed)));
-    QVERIFY(!splash->pixmap().isNull());
+    QVERIFY(splash && splash->isVisible() && splash->pixmap().isNull());
+    QVERIFY(elapsed >= 60);
+    QVERIFY(!Startup::GetSplashScreen(elapsed));
 
-    int again = -1;
-    QVERIFY(!Startup::GetSplashScreen(again));
-    QVERIFY(again >= elapsed);
-}
-
-void tst_Startup::missingSplashImageStillShowsSplash()
-{
-    writeFiles("TestFrame", frameConfig("<function><splash>true</splash></function>"));
-    QVERIFY(TestFiles::removeAppPath(kSplashImage));
-    LogCapture log;
-    m_pStartup = std::make_unique<Startup>(false);
-
-    int elapsed = 0;
-    std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-    QVERIFY(splash);
-    QVERIFY(splash->pixmap().isNull());
-    QVERIFY(splash->isVisible());
-    QVERIFY(!log.containsUnstamped(line("showSplashScreen", "create splash screen failed")));
-}
-
-void tst_Startup::loadsAndCreatesMainFrameByName()
-{
-    writeFiles("TestFrame", QByteArray());
-    LogCapture log;
-    m_pStartup = std::make_unique<Startup>(true);
-
-    IPluginContainer *container = Startup::GetPluginContainer();
-    QVERIFY(container);
-    QCOMPARE(container->GetMainFramePluginName(), QStringLiteral("TestFrame"));
-    QVERIFY(container->IsPluginLoaded("5D0C1F2A-0000-4000-8000-00000000F001"));
-
-    QVERIFY(Startup::GetMainFrame());
-    IMainFrameUIService *service = Startup::GetMainFrameService();
-    QVERIFY(service);
-    QVERIFY(service->GetMainWindow());
-    QVERIFY(service->GetMainWindow()->isVisible());
-    QCOMPARE(log.count("TestMainFrame: Create parent=null rect=null"), 1);
-    QCOMPARE(log.count("TestMainFrame: Initialize"), 1);
-}
-
-void tst_Startup::mainFrameFailures_data()
-{
-    QTest::addColumn<QString>("mainPlugin");
-    QTest::addColumn<bool>("haveFrame");
-    QTest::addColumn<QString>("failure");
-
-    const QString noPlugin = line("loadMainFramePlugin", "loadMainFramePlugin failed...");
-    QTest::newRow("library missing") << "GhostFrame" << false << noPlugin;
-    QTest::newRow("not in the registry") << "NoSuchFrame" << false << noPlugin;
-    QTest::newRow("switched off") << "DisabledFrame" << false << noPlugin;
-    QTest::newRow("no service interface")
-        << "UiOnlyFrame" << true << line("loadMainFramePlugin", "m_pUiPluginService load fail!...");
-}
-
-void tst_Startup::mainFrameFailures()
-{
-    QFETCH(QString, mainPlugin);
-    QFETCH(bool, haveFrame);
-    QFETCH(QString, failure);
-
-    writeFiles(mainPlugin.toLatin1().constData(), QByteArray());
-    LogCapture log;
-    m_pStartup = std::make_unique<Startup>(true);
-
-    QVERIFY(Startup::GetPluginContainer());
-    QCOMPARE(log.countUnstamped(failure), 1);
-    QCOMPARE(bool(Startup::GetMainFrame()), haveFrame);
-    QVERIFY(!Startup::GetMainFrameService());
-    QCOMPARE(log.countUnstamped(line("loadMainFramePlugin", "m_pUiPlugin loaded...")),
-             haveFrame ? 1 : 0);
-    QVERIFY(!log.contains("TestUiOnlyFrame: Create"));
-    QVERIFY(!m_pStartup->loadMainFramePlugin());
-}
-
-void tst_Startup::destructorReleasesPluginsAndClearsState()
-{
-    writeFiles("TestFrame", frameConfig("<function><splash>true</splash></function>"));
-    m_pStartup = std::make_unique<Startup>(false);
-    QVERIFY(Startup::GetPluginContainer());
-    QVERIFY(Startup::GetMainFrameService());
-
-    LogCapture log;
+    log.clear();
     m_pStartup.reset();
     QVERIFY(log.containsInOrder({line("~Startup", "entered"), "TestMainFrame: Release"}));
     QVERIFY(!Startup::GetPluginContainer());
-    QVERIFY(!Startup::GetMainFrame());
+}
+
+void tst_Startup::missingMainFrame_data()
+{
+    QTest::addColumn<QString>("mainPlugin");
+    QTest::addColumn<QStringList>("lines"); // of loadMainFramePlugin
+
+    QTest::newRow("library missing")
+        << "GhostFrame" << QStringList{"entered", "loadMainFramePlugin failed..."};
+    QTest::newRow("no service interface")
+        << "UiOnlyFrame"
+        << QStringList{"entered", "m_pUiPlugin loaded...", "m_pUiPluginService load fail!..."};
+}
+
+void tst_Startup::missingMainFrame()
+{
+    QFETCH(QString, mainPlugin);
+    QFETCH(QStringList, lines);
+
+    writeConfiguration(mainPlugin, QByteArray());
+    LogCapture log;
+    m_pStartup = std::make_unique<Startup>(true);
+
+    const QString prefix = line("loadMainFramePlugin", QString());
+    QCOMPARE(log.unstamped().filter(prefix).replaceInStrings(prefix, QString()), lines);
+    QVERIFY(Startup::GetPluginContainer());
+    QCOMPARE(bool(Startup::GetMainFrame()), lines.size() > 2);
     QVERIFY(!Startup::GetMainFrameService());
-    // The splash nobody took over went with its owner.
-    int elapsed = 0;
-    QVERIFY(!Startup::GetSplashScreen(elapsed));
+    QVERIFY(log.texts().filter("TestMainFrame: Create").isEmpty());
+    QVERIFY(!m_pStartup->loadMainFramePlugin());
 }
 
 QTEST_MAIN(tst_Startup)
