@@ -1,17 +1,31 @@
 #ifndef LINKDECK_TESTS_CONTAINERPROBE_H
 #define LINKDECK_TESTS_CONTAINERPROBE_H
 
+#include "LogCapture.h"
 #include "PluginContainer.h"
 #include "TestFiles.h"
 
-#include <QByteArray>
-#include <QList>
-#include <QSet>
-#include <QString>
-#include <QStringList>
 #include <QTest>
 
 #include <memory>
+
+const QString kSource = QStringLiteral("../../src/core/PluginContainer/PluginContainer");
+
+inline QString pcLine(const char *function, const QString &rest)
+{
+    return kSource + QStringLiteral(": ") + QLatin1String(function) + QStringLiteral(": ") + rest;
+}
+
+// What the test plugins logged, in order: their line "@Load:Alpha" gives "Load:Alpha".
+inline QStringList events(const LogCapture &log, const QString &prefix = QString())
+{
+    QStringList result;
+    for (const QString &text : log.texts()) {
+        if (text.startsWith(QLatin1Char('@') + prefix))
+            result.append(text.mid(1));
+    }
+    return result;
+}
 
 // The container with its internal operations and state opened up for the tests.
 class ContainerProbe : public PluginContainer
@@ -19,16 +33,13 @@ class ContainerProbe : public PluginContainer
 public:
     using PluginContainer::PluginContainer;
 
-    using PluginContainer::addToDisEnableList;
     using PluginContainer::disableAllPlugins;
     using PluginContainer::getDeviceName;
     using PluginContainer::getPlugin;
     using PluginContainer::isPluginInList;
     using PluginContainer::populatePluginInfo;
-    using PluginContainer::populatePluginsConfig;
     using PluginContainer::removePluginInfo;
     using PluginContainer::unloadAllPlugins;
-    using PluginContainer::updateDeviceCustomization;
     using PluginContainer::updatePluginInfo;
 
     QList<PluginInfo *> records() const { return *m_pListPlugins; }
@@ -39,7 +50,6 @@ public:
     QStringList disableList(const QString &owner) const { return m_pDisableList->values(owner); }
     bool deviceMgrInitialized() const { return m_bDeviceMgrInitialized; }
 
-    // Clsids of the enabled records, in file order.
     QStringList enabledClsids() const
     {
         QStringList clsids;
@@ -49,9 +59,24 @@ public:
         }
         return clsids;
     }
+
+    // "name:clsid:url:type:flags" per record in file order; flags a(ctive) s(tatic)
+    // t (setting title) e(nabled) l(oaded).
+    QString recordsText() const
+    {
+        QStringList texts;
+        for (const PluginInfo *i : *m_pListPlugins) {
+            const QString flags = QString(i->IsActive() ? "a" : "") + (i->IsStatic() ? "s" : "") +
+                                  (i->IsSettingTitle() ? "t" : "") + (i->IsEnabled() ? "e" : "") +
+                                  (i->IsLoaded() ? "l" : "");
+            texts.append(
+                QStringList{i->Name(), i->Clsid(), i->Url(), QString::number(i->Type()), flags}
+                    .join(QLatin1Char(':')));
+        }
+        return texts.join(QStringLiteral("; "));
+    }
 };
 
-// One "plugin" element of a plugin library file.
 struct PluginEntry
 {
     QString name;
@@ -63,50 +88,47 @@ struct PluginEntry
     int type = 0;
 };
 
-inline QByteArray pluginElement(const PluginEntry &p)
-{
-    auto flag = [](bool b) { return b ? QByteArray("true") : QByteArray("false"); };
-    return "  <plugin>\n    <name>" + p.name.toUtf8() + "</name>\n    <clsid>" + p.clsid.toUtf8() +
-           "</clsid>\n    <url>" + p.url.toUtf8() + "</url>\n    <active>" + flag(p.active) +
-           "</active>\n    <type>" + QByteArray::number(p.type) + "</type>\n    <setting_title>" +
-           flag(p.settingTitle) + "</setting_title>\n    <static>" + flag(p.isStatic) +
-           "</static>\n  </plugin>\n";
-}
-
 inline QByteArray pluginsLibFile(const QString &mainPlugin, const QList<PluginEntry> &plugins)
 {
-    QByteArray xml = "<?xml version=\"1.0\"?>\n<plugins>\n  <mainplugin>" + mainPlugin.toUtf8() +
-                     "</mainplugin>\n";
+    auto flag = [](bool b) { return QByteArray(b ? "true" : "false"); };
+    QByteArray xml = "<plugins><mainplugin>" + mainPlugin.toUtf8() + "</mainplugin>\n";
     for (const PluginEntry &p : plugins)
-        xml += pluginElement(p);
+        xml += "<plugin><name>" + p.name.toUtf8() + "</name><clsid>" + p.clsid.toUtf8() +
+               "</clsid><url>" + p.url.toUtf8() + "</url><active>" + flag(p.active) +
+               "</active><type>" + QByteArray::number(p.type) + "</type><setting_title>" +
+               flag(p.settingTitle) + "</setting_title><static>" + flag(p.isStatic) +
+               "</static></plugin>\n";
     return xml + "</plugins>\n";
 }
 
-// "common" items, then any further sections given as raw XML.
+// Records P1/C1/u1 to Pn/Cn/un.
+inline QList<PluginEntry> numberedPlugins(int count)
+{
+    QList<PluginEntry> plugins;
+    for (int i = 1; i <= count; ++i)
+        plugins.append(
+            {"P" + QString::number(i), "C" + QString::number(i), "u" + QString::number(i)});
+    return plugins;
+}
+
+// "common" items, then further sections given as XML.
 inline QByteArray pluginsConfigFile(const QStringList &common, const QByteArray &sections = {})
 {
-    QByteArray xml = "<?xml version=\"1.0\"?>\n<config>\n  <common>\n";
+    QByteArray xml = "<config><common>\n";
     for (const QString &clsid : common)
-        xml += "    <item clsid=\"" + clsid.toUtf8() + "\"/>\n";
-    return xml + "  </common>\n" + sections + "</config>\n";
+        xml += "<item clsid=\"" + clsid.toUtf8() + "\"/>\n";
+    return xml + "</common>\n" + sections + "</config>\n";
 }
 
 inline QByteArray deviceSection(const QString &device, const QStringList &add,
                                 const QStringList &remove, const char *element = "device")
 {
-    QByteArray xml =
-        QByteArray("  <") + element + " name=\"" + device.toUtf8() + "\">\n    <plugin>\n";
+    QByteArray xml = QByteArray("<") + element + " name=\"" + device.toUtf8() + "\"><plugin>\n";
     for (const QString &clsid : add)
-        xml += "      <add clsid=\"" + clsid.toUtf8() + "\"/>\n";
+        xml += "<add clsid=\"" + clsid.toUtf8() + "\"/>\n";
     for (const QString &clsid : remove)
-        xml += "      <remove clsid=\"" + clsid.toUtf8() + "\"/>\n";
-    return xml + "    </plugin>\n  </" + element + ">\n";
-}
-
-inline QByteArray customizeSection(const QString &op, const QStringList &add,
-                                   const QStringList &remove)
-{
-    return deviceSection(op, add, remove, "customize");
+        xml += "<remove clsid=\"" + clsid.toUtf8() + "\"/>\n";
+    return xml + "</plugin></" + element + ">\n";
 }
 
 inline QString appConfigPath(const QString &file)
@@ -114,8 +136,14 @@ inline QString appConfigPath(const QString &file)
     return TestFiles::appDir() + QStringLiteral("/config/") + file;
 }
 
-// Writes both files into the application directory and builds a container from them, waiting
-// until its initialisation thread has applied the device customization.
+inline void freshConfig()
+{
+    TestFiles::useFreshSettings();
+    TestFiles::removeAppPath(QStringLiteral("/config"));
+}
+
+// Writes both files and builds a container from them, waiting until its initialisation thread
+// has applied the device customization.
 inline std::unique_ptr<ContainerProbe>
 makeContainer(const QByteArray &pluginsLib, const QByteArray &pluginsConfig, int waitMs = 5000)
 {

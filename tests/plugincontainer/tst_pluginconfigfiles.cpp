@@ -1,7 +1,6 @@
 // The readers of the plugin library file and the customization file.
 #include "CommonUtils.h"
 #include "ContainerProbe.h"
-#include "LogCapture.h"
 
 #include <QDir>
 #include <QXmlStreamReader>
@@ -9,27 +8,16 @@
 
 namespace {
 
-const QString kSource = QStringLiteral("../../src/core/PluginContainer/PluginContainer");
-
-QByteArray onePlugin(const QByteArray &children)
-{
-    return "<plugins><plugin>" + children + "</plugin></plugins>";
-}
-
-// The error a streaming reader reports for the document, with its position.
-struct XmlError
-{
-    QString text;
-    qint64 line = 0;
-    qint64 column = 0;
-};
-
-XmlError firstError(const QByteArray &xml)
+// The error line a reader writes for the document: the streaming reader's error and position.
+QString errorLine(const char *format, const QByteArray &xml, const QString &file)
 {
     QXmlStreamReader reader(xml);
     while (!reader.atEnd())
         reader.readNext();
-    return {reader.errorString(), reader.lineNumber(), reader.columnNumber()};
+    return QString::fromLatin1(format)
+        .arg(reader.errorString(), file)
+        .arg(reader.lineNumber())
+        .arg(reader.columnNumber());
 }
 
 } // namespace
@@ -39,344 +27,186 @@ class TestPluginConfigFiles : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        TestFiles::useFreshSettings();
-        TestFiles::removeAppPath(QStringLiteral("/config"));
-    }
+    void init() { freshConfig(); }
 
-    void urlIsRewritten_data();
-    void urlIsRewritten();
-    void flagsNeedExactTrue_data();
-    void flagsNeedExactTrue();
-    void typeIsDecimal_data();
-    void typeIsDecimal();
-    void staticClosesTheRecord();
-    void duplicateClsidKeepsLaterInHashBothInList();
-    void laterNameWinsInGetClsidByName();
-    void mainPluginIsStoredAndLaterOneWins();
-    void unknownClsidLookups();
-    void pluginFileErrorLine();
-    void configFileErrorLine();
+    void pluginLibraryFile();
+    void xmlErrorLines();
     void missingAndUnreadableFiles();
     void commonAndDeviceSections();
-    void deviceSectionEndsWithPluginEndTag();
-    void customizeSectionOfOtherOperatorIgnored();
-    void customizeSectionOfThisOperator();
-    void emptyOperatorMatchesNamelessSection();
+    void customizeSections_data();
+    void customizeSections();
 };
 
-void TestPluginConfigFiles::urlIsRewritten_data()
+// The url rewriting, flags that need the exact text "true", decimal types; a plugin without
+// "static" takes in the next one's children, and those after "static" are nobody's; the hash
+// keeps the later of two records with one clsid, the list both.
+void TestPluginConfigFiles::pluginLibraryFile()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("url");
-    QTest::newRow("dot-backslash and dll") << ".\\Foo.dll"
-                                           << "Foo";
-    QTest::newRow("upper-case DLL stays") << "Foo.DLL"
-                                          << "Foo.DLL";
-    QTest::newRow("only first .dll") << "lib.dllx.dll"
-                                     << "libx.dll";
-    QTest::newRow("only first dot-backslash") << "a.\\b.\\c"
-                                              << "ab.\\c";
-    QTest::newRow("dot-slash stays") << "./Foo"
-                                     << "./Foo";
-    QTest::newRow("plain") << "XFramePlugin"
-                           << "XFramePlugin";
-}
-
-void TestPluginConfigFiles::urlIsRewritten()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, url);
-    auto container = makeContainer(onePlugin("<name>P</name><clsid>C1</clsid><url>" +
-                                             text.toUtf8() + "</url><static>true</static>"),
-                                   pluginsConfigFile({}));
-    QCOMPARE(container->records().size(), 1);
-    QCOMPARE(container->record(QStringLiteral("C1"))->Url(), url);
-}
-
-void TestPluginConfigFiles::flagsNeedExactTrue_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("value");
-    QTest::newRow("true") << "true" << true;
-    QTest::newRow("True") << "True" << false;
-    QTest::newRow("TRUE") << "TRUE" << false;
-    QTest::newRow("1") << "1" << false;
-    QTest::newRow("blank around") << " true" << false;
-    QTest::newRow("empty") << "" << false;
-}
-
-void TestPluginConfigFiles::flagsNeedExactTrue()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, value);
-    const QByteArray t = text.toUtf8();
-    auto container = makeContainer(onePlugin("<name>P</name><clsid>C1</clsid><active>" + t +
-                                             "</active><setting_title>" + t +
-                                             "</setting_title><static>" + t + "</static>"),
-                                   pluginsConfigFile({}));
-    const PluginInfo *info = container->record(QStringLiteral("C1"));
-    QVERIFY(info);
-    QCOMPARE(info->IsActive(), value);
-    QCOMPARE(info->IsSettingTitle(), value);
-    QCOMPARE(info->IsStatic(), value);
-    QVERIFY(!info->IsEnabled());
-    QVERIFY(!info->IsLoaded());
-}
-
-void TestPluginConfigFiles::typeIsDecimal_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("type");
-    QTest::newRow("number") << "7" << 7;
-    QTest::newRow("negative") << "-3" << -3;
-    QTest::newRow("letters") << "abc" << 0;
-    QTest::newRow("trailing letters") << "12x" << 0;
-    QTest::newRow("hex") << "0x10" << 0;
-}
-
-void TestPluginConfigFiles::typeIsDecimal()
-{
-    QFETCH(QString, text);
-    QFETCH(int, type);
-    auto container = makeContainer(onePlugin("<name>P</name><clsid>C1</clsid><type>" +
-                                             text.toUtf8() + "</type><static>false</static>"),
-                                   pluginsConfigFile({}));
-    QCOMPARE(container->GetPluginType(QStringLiteral("C1")), type);
-    QCOMPARE(container->GetPluginClsidsByType(type), QList<QString>{QStringLiteral("C1")});
-}
-
-// A plugin without "static" takes in the next plugin's children; children after "static" are
-// nobody's.
-void TestPluginConfigFiles::staticClosesTheRecord()
-{
-    const QByteArray xml = "<plugins>"
-                           "<plugin><name>A</name><clsid>CA</clsid><url>UA</url>"
-                           "<active>true</active><setting_title>true</setting_title></plugin>"
-                           "<plugin><name>B</name><clsid>CB</clsid><type>5</type>"
-                           "<static>true</static></plugin>"
-                           "<plugin><name>D</name><clsid>CD</clsid><static>false</static>"
-                           "<name>X</name><clsid>CX</clsid></plugin>"
-                           "</plugins>";
-    auto container = makeContainer(xml, pluginsConfigFile({}));
-    const QList<PluginInfo *> records = container->records();
-    QCOMPARE(records.size(), 2);
-    const PluginInfo *merged = records.at(0);
-    QCOMPARE(merged->Name(), QStringLiteral("B"));
-    QCOMPARE(merged->Clsid(), QStringLiteral("CB"));
-    QCOMPARE(merged->Url(), QStringLiteral("UA"));
-    QVERIFY(merged->IsActive());
-    QVERIFY(merged->IsSettingTitle());
-    QVERIFY(merged->IsStatic());
-    QCOMPARE(merged->Type(), 5);
-    QCOMPARE(records.at(1)->Name(), QStringLiteral("D"));
-    QCOMPARE(records.at(1)->Clsid(), QStringLiteral("CD"));
-    QVERIFY(!container->isPluginInList(QStringLiteral("CA")));
-    QVERIFY(!container->isPluginInList(QStringLiteral("CX")));
-}
-
-void TestPluginConfigFiles::duplicateClsidKeepsLaterInHashBothInList()
-{
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"), {{"First", "DUP", "u1", true, false, true, 3},
-                                                {"Second", "DUP", "u2", true, false, true, 3}}),
-        pluginsConfigFile({QStringLiteral("DUP")}));
-    QCOMPARE(container->GetPluginNameByClsid(QStringLiteral("DUP")), QStringLiteral("Second"));
-    QCOMPARE(container->records().size(), 2);
-    QCOMPARE(container->hashSize(), 1);
+    const QByteArray xml = R"(<plugins><mainplugin>First</mainplugin>
+<plugin><clsid>U1</clsid><url>.\Foo.dll</url><static/></plugin>
+<plugin><clsid>U2</clsid><url>Foo.DLL</url><static/></plugin>
+<plugin><clsid>U3</clsid><url>lib.dllx.dll</url><static/></plugin>
+<plugin><clsid>U4</clsid><url>a.\b.\c</url><static/></plugin>
+<plugin><clsid>U5</clsid><url>./Foo</url><static/></plugin>
+<plugin><clsid>F1</clsid><active>true</active><setting_title>true</setting_title><static>true</static></plugin>
+<plugin><clsid>F2</clsid><active>True</active><setting_title>1</setting_title><static> true</static></plugin>
+<plugin><clsid>T1</clsid><type>-3</type><static/></plugin>
+<plugin><clsid>T2</clsid><type>abc</type><static/></plugin>
+<plugin><clsid>T3</clsid><type>12x</type><static/></plugin>
+<plugin><name>A</name><clsid>CA</clsid><url>UA</url><active>true</active><setting_title>true</setting_title></plugin>
+<plugin><name>B</name><clsid>CB</clsid><type>5</type><static>true</static></plugin>
+<plugin><name>D</name><clsid>CD</clsid><static>false</static><name>X</name><clsid>CX</clsid></plugin>
+<plugin><name>First</name><clsid>DUP</clsid><type>3</type><setting_title>true</setting_title><static/></plugin>
+<plugin><name>Second</name><clsid>DUP</clsid><type>3</type><setting_title>true</setting_title><static/></plugin>
+<plugin><name>Same</name><clsid>C1</clsid><static/></plugin>
+<plugin><name>Same</name><clsid>C2</clsid><static/></plugin>
+<mainplugin>XFramePlugin</mainplugin></plugins>)";
+    LogCapture log;
+    auto container = makeContainer(xml, pluginsConfigFile({"DUP"}));
+    QCOMPARE(container->recordsText(),
+             ":U1:Foo:0:; :U2:Foo.DLL:0:; :U3:libx.dll:0:; :U4:ab.\\c:0:; :U5:./Foo:0:; "
+             ":F1::0:ast; :F2::0:; :T1::-3:; :T2::0:; :T3::0:; B:CB:UA:5:ast; D:CD::0:; "
+             "First:DUP::3:t; Second:DUP::3:te; Same:C1::0:; Same:C2::0:");
+    QCOMPARE(container->hashSize(), 15);
+    QCOMPARE(container->GetPluginNameByClsid("DUP"), QStringLiteral("Second"));
     QCOMPARE(container->GetPluginClsidsByType(3), (QList<QString>{"DUP", "DUP"}));
-    // Only the hash's record is switched on by the rules.
-    QVERIFY(!container->records().at(0)->IsEnabled());
-    QVERIFY(container->records().at(1)->IsEnabled());
-    QCOMPARE(container->GetSettingsPlugins(), QList<QString>{QStringLiteral("DUP")});
-}
-
-void TestPluginConfigFiles::laterNameWinsInGetClsidByName()
-{
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"),
-                       {{"Same", "C1", "u1"}, {"Other", "C2", "u2"}, {"Same", "C3", "u3"}}),
-        pluginsConfigFile({}));
-    QCOMPARE(container->GetClsidByName(QStringLiteral("Same")), QStringLiteral("C3"));
-    QCOMPARE(container->GetClsidByName(QStringLiteral("same")), QString());
-    QCOMPARE(container->GetClsidByName(QStringLiteral("Other")), QStringLiteral("C2"));
-}
-
-void TestPluginConfigFiles::mainPluginIsStoredAndLaterOneWins()
-{
-    LogCapture log;
-    auto container = makeContainer(
-        "<plugins><mainplugin>First</mainplugin><mainplugin>XFramePlugin</mainplugin></plugins>",
-        pluginsConfigFile({}));
+    QCOMPARE(container->GetSettingsPlugins(), QList<QString>{"DUP"});
+    QCOMPARE(container->GetClsidByName("Same"), QStringLiteral("C2"));
+    QCOMPARE(container->GetClsidByName("same"), QString());
     QCOMPARE(container->GetMainFramePluginName(), QStringLiteral("XFramePlugin"));
-    QVERIFY(log.containsInOrder(
-        {kSource + QStringLiteral(": populatePluginInfo: m_strMainPlugin = First"),
-         kSource + QStringLiteral(": populatePluginInfo: m_strMainPlugin = XFramePlugin")}));
-}
+    QVERIFY(log.containsInOrder({pcLine("populatePluginInfo", "m_strMainPlugin = First"),
+                                 pcLine("populatePluginInfo", "m_strMainPlugin = XFramePlugin")}));
 
-void TestPluginConfigFiles::unknownClsidLookups()
-{
-    auto container = makeContainer(pluginsLibFile(QStringLiteral("Main"), {{"P", "C1", "u1"}}),
-                                   pluginsConfigFile({QStringLiteral("C1")}));
-    const QString unknown = QStringLiteral("c1");
-    QVERIFY(!container->IsPluginLoaded(unknown));
-    QVERIFY(!container->isPluginInList(unknown));
-    QCOMPARE(container->GetPluginType(unknown), -1);
-    QCOMPARE(container->GetPluginNameByClsid(unknown), QString());
+    QVERIFY(!container->IsPluginLoaded("dup"));
+    QVERIFY(!container->isPluginInList("dup"));
+    QCOMPARE(container->GetPluginType("dup"), -1);
+    QCOMPARE(container->GetPluginNameByClsid("dup"), QString());
+    QVERIFY(!container->IsPluginAvailable("dup"));
     QCOMPARE(container->GetLastError(), 0);
-    QVERIFY(!container->IsPluginAvailable(QStringLiteral("NOPE")));
-    QCOMPARE(container->GetLastError(), 0);
+
+    // Both passes of disableAllPlugins reach records sharing a clsid; removal takes the hash's
+    // record, the later one, out of the list.
+    container->records().at(12)->SetEnabled(true);
+    container->disableAllPlugins();
+    QVERIFY(container->enabledClsids().isEmpty());
+    container->removePluginInfo("DUP");
+    QCOMPARE(container->records().at(12)->Name(), QStringLiteral("First"));
+    QCOMPARE(container->records().at(13)->Name(), QStringLiteral("Same"));
 }
 
-void TestPluginConfigFiles::pluginFileErrorLine()
+// The two readers word their error lines differently; what was read before the error stays.
+void TestPluginConfigFiles::xmlErrorLines()
 {
-    const QByteArray xml =
-        "<plugins>\n<plugin><name>A</name><clsid>CA</clsid><static>true</static></plugin>\n"
-        "<plugin><name>B</name></oops>\n</plugins>\n";
-    const XmlError error = firstError(xml);
-    QVERIFY(!error.text.isEmpty());
-    LogCapture log;
-    auto container = makeContainer(xml, pluginsConfigFile({}));
-    const QString path = appConfigPath(QStringLiteral("pluginslib.xml"));
-    const QString line = QStringLiteral("Error:  %1  in file  %2  at line  %3 ,column  %4 ")
-                             .arg(error.text, path)
-                             .arg(error.line)
-                             .arg(error.column);
-    QVERIFY2(log.contains(line), qPrintable(log.texts().join(QLatin1Char('\n'))));
-    // What was read before the error stays.
-    QVERIFY(container->isPluginInList(QStringLiteral("CA")));
-    QVERIFY(!container->populatePluginInfo(path));
-    QVERIFY(container->populatePluginInfo(appConfigPath(QStringLiteral("PluginsConfig.xml"))));
-}
-
-void TestPluginConfigFiles::configFileErrorLine()
-{
+    const QByteArray plugins = "<plugins>\n<plugin><name>A</name><clsid>C1</clsid><static/>"
+                               "</plugin>\n<plugin><name>B</name><clsid>C2</clsid><static/>"
+                               "</plugin>\n<plugin><name>X</name></oops>\n</plugins>\n";
     const QByteArray config = "<config>\n<common><item clsid=\"C1\"/></common>\n"
                               "<device name=\"D\"><plugin><add clsid=\"C2\"/></plugin></device>\n"
                               "<bogus>\n</config>\n<common><item clsid=\"C2\"/></common>\n";
-    const XmlError error = firstError(config);
-    QVERIFY(!error.text.isEmpty());
+    const QString pluginsPath = appConfigPath("pluginslib.xml");
     LogCapture log;
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"), {{"P1", "C1", "u1"}, {"P2", "C2", "u2"}}), config);
-    const QString line = QStringLiteral("Error: %1  in file  %2  at line  %3 , column  %4 ")
-                             .arg(error.text, appConfigPath(QStringLiteral("PluginsConfig.xml")))
-                             .arg(error.line)
-                             .arg(error.column);
-    QVERIFY2(log.contains(line), qPrintable(log.texts().join(QLatin1Char('\n'))));
-    QCOMPARE(container->commonSet(), QSet<QString>{QStringLiteral("C1")});
-    QCOMPARE(container->enableList(QStringLiteral("D")), QStringList{QStringLiteral("C2")});
+    auto container = makeContainer(plugins, config);
+    QVERIFY(log.contains(
+        errorLine("Error:  %1  in file  %2  at line  %3 ,column  %4 ", plugins, pluginsPath)));
+    QVERIFY(log.contains(errorLine("Error: %1  in file  %2  at line  %3 , column  %4 ", config,
+                                   appConfigPath("PluginsConfig.xml"))));
+    QCOMPARE(container->recordsText(), "A:C1::0:e; B:C2::0:; X:::0:");
+    QCOMPARE(container->commonSet(), QSet<QString>{"C1"});
+    QCOMPARE(container->enableList("D"), QStringList{"C2"});
+    QVERIFY(!container->populatePluginInfo(pluginsPath));
+    TestFiles::writeAppFile("/config/good.xml", "<plugins/>");
+    QVERIFY(container->populatePluginInfo(appConfigPath("good.xml")));
 }
 
 void TestPluginConfigFiles::missingAndUnreadableFiles()
 {
     LogCapture log;
-    const QString missing = TestFiles::appDir() + QStringLiteral("/config/none.xml");
-    const QString directory = TestFiles::appDir() + QStringLiteral("/config/adir.xml");
+    const QString missing = appConfigPath("none.xml");
+    const QString directory = appConfigPath("adir.xml");
     QVERIFY(QDir().mkpath(directory));
     ContainerProbe container(missing, directory, true);
     QVERIFY(QTest::qWaitFor([&] { return container.IsPluginsConfigInitialized(); }, 5000));
-    QVERIFY(log.contains(QStringLiteral("File %1 does not exist").arg(missing)));
-    QVERIFY(log.contains(QStringLiteral("Failed to open file %1").arg(directory)));
-    QVERIFY(container.records().isEmpty());
-    QVERIFY(container.commonSet().isEmpty());
+    QVERIFY(log.contains("File " + missing + " does not exist"));
+    QVERIFY(log.contains("Failed to open file " + directory));
+    QVERIFY(log.contains(pcLine("PluginContainer", "DeviceMgrUIPlugin LOAD FAILED !!!,,,")));
+    QVERIFY(container.records().isEmpty() && container.commonSet().isEmpty());
     QVERIFY(!container.populatePluginInfo(missing));
     QVERIFY(!container.populatePluginInfo(directory));
-    QCOMPARE(container.GetClsidByName(QString()), QString());
-    QVERIFY(container.GetLoadedPluginClsids().isEmpty());
-    QVERIFY(log.contains(
-        kSource + QStringLiteral(": PluginContainer: DeviceMgrUIPlugin LOAD FAILED !!!,,,")));
 }
 
+// "D1" lacks its "plugin" child, so it runs on to the end of the next section's "plugin".
 void TestPluginConfigFiles::commonAndDeviceSections()
 {
-    LogCapture log;
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"),
-                       {{"P1", "C1", "u1"}, {"P2", "C2", "u2"}, {"P3", "C3", "u3"}}),
-        pluginsConfigFile({"C1", "GHOST"},
-                          deviceSection("Dev1", {"C2", "C2", "GHOST"}, {"C3", "GHOST"})));
-    QCOMPARE(container->commonSet(), QSet<QString>{QStringLiteral("C1")});
-    QCOMPARE(container->enableList(QStringLiteral("common")), QStringList{QStringLiteral("C1")});
-    // The same pair may be filed twice.
-    QCOMPARE(container->enableList(QStringLiteral("Dev1")), (QStringList{"C2", "C2"}));
-    QCOMPARE(container->disableList(QStringLiteral("Dev1")), QStringList{QStringLiteral("C3")});
-    QVERIFY(log.contains(
-        QStringLiteral("readDeviceElements: common: Enabling need to enable C1 plugin")));
-    QVERIFY(log.contains(
-        QStringLiteral("readDeviceElements: Dev1: Enabling need to enable C2 plugin")));
-    QVERIFY(log.contains(
-        QStringLiteral("readDeviceElements: Dev1: Disabling need to enable C3 plugin")));
-    QVERIFY(log.contains(
-        QStringLiteral("readDeviceElements: Dev1: have to enable GHOST, but not in list")));
-    QVERIFY(log.contains(
-        QStringLiteral("readDeviceElements: Dev1: have to disable GHOST, but not in list")));
-    // An unknown common item goes without a word.
-    QVERIFY(!log.contains(
-        QStringLiteral("readDeviceElements: common: have to enable GHOST, but not in list")));
-    QCOMPARE(container->enabledClsids(), QStringList{QStringLiteral("C1")});
-}
-
-void TestPluginConfigFiles::deviceSectionEndsWithPluginEndTag()
-{
-    const QByteArray sections = "  <device name=\"D1\"><add clsid=\"C1\"/></device>\n" +
+    const QByteArray sections = deviceSection("Dev1", {"C2", "C2", "GHOST"}, {"C3", "GHOST"}) +
+                                "<device name=\"D1\"><add clsid=\"C1\"/></device>\n" +
                                 deviceSection("D2", {"C2"}, {"C3"});
-    auto container =
-        makeContainer(pluginsLibFile(QStringLiteral("Main"),
-                                     {{"P1", "C1", "u1"}, {"P2", "C2", "u2"}, {"P3", "C3", "u3"}}),
-                      pluginsConfigFile({}, sections));
-    QCOMPARE(container->enableList(QStringLiteral("D1")), (QStringList{"C2", "C1"}));
-    QCOMPARE(container->disableList(QStringLiteral("D1")), QStringList{QStringLiteral("C3")});
-    QVERIFY(container->enableList(QStringLiteral("D2")).isEmpty());
+    LogCapture log;
+    auto container = makeContainer(pluginsLibFile("Main", numberedPlugins(3)),
+                                   pluginsConfigFile({"C1", "GHOST"}, sections));
+    QCOMPARE(container->commonSet(), QSet<QString>{"C1"});
+    QCOMPARE(container->enabledClsids(), QStringList{"C1"});
+    QCOMPARE(container->enableList("common") + container->enableList("Dev1") +
+                 container->disableList("Dev1") + container->enableList("D1") +
+                 container->disableList("D1") + container->enableList("D2"),
+             (QStringList{"C1", "C2", "C2", "C3", "C2", "C1", "C3"}));
+    // An unknown common item goes without a word.
+    QCOMPARE(log.texts().filter("readDeviceElements: "),
+             (QStringList{"readDeviceElements: common: Enabling need to enable C1 plugin",
+                          "readDeviceElements: Dev1: Enabling need to enable C2 plugin",
+                          "readDeviceElements: Dev1: Enabling need to enable C2 plugin",
+                          "readDeviceElements: Dev1: have to enable GHOST, but not in list",
+                          "readDeviceElements: Dev1: Disabling need to enable C3 plugin",
+                          "readDeviceElements: Dev1: have to disable GHOST, but not in list",
+                          "readDeviceElements: D1: Enabling need to enable C1 plugin",
+                          "readDeviceElements: D1: Enabling need to enable C2 plugin",
+                          "readDeviceElements: D1: Disabling need to enable C3 plugin"}));
 }
 
-void TestPluginConfigFiles::customizeSectionOfOtherOperatorIgnored()
+void TestPluginConfigFiles::customizeSections_data()
 {
-    CommonUtils::SetSettings(QStringLiteral("customize"), QStringLiteral("operator"),
-                             QStringLiteral("OpA"));
-    LogCapture log;
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"), {{"P1", "C1", "u1"}, {"P2", "C2", "u2"}}),
-        pluginsConfigFile({}, customizeSection("OpB", {"C1"}, {"C2"})));
-    QVERIFY(log.contains(QStringLiteral("getDeviceName: m_strCustomizeName =>OpA<=")));
-    QVERIFY(container->commonSet().isEmpty());
-    QVERIFY(container->isPluginInList(QStringLiteral("C2")));
-    QVERIFY(container->enabledClsids().isEmpty());
-    QVERIFY(!log.contains(QStringLiteral("readCustomizeElements: C2 will be removed")));
+    QTest::addColumn<QString>("op");
+    QTest::addColumn<QString>("result");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("OpA") << "OpA"
+                         << "enabled C1 C3, left C1 C3 C4 C5 C6"
+                         << QStringList{"readCustomizeElements: C1 will be enabled by default",
+                                        "readCustomizeElements: C3 will be enabled by default",
+                                        "readCustomizeElements: C2 will be removed", "removed C2",
+                                        "readCustomizeElements: GHOST will be removed"};
+    QTest::newRow("empty matches nameless")
+        << ""
+        << "enabled C3 C5 C6, left C1 C2 C3 C4 C5 C6"
+        << QStringList{"readCustomizeElements: C5 will be enabled by default",
+                       "readCustomizeElements: C6 will be enabled by default"};
 }
 
-void TestPluginConfigFiles::customizeSectionOfThisOperator()
+// Only the sections named like the operator setting count; their "add" turns plugins on by
+// default, their "remove" takes them out.
+void TestPluginConfigFiles::customizeSections()
 {
-    CommonUtils::SetSettings(QStringLiteral("customize"), QStringLiteral("operator"),
-                             QStringLiteral("OpA"));
+    QFETCH(QString, op);
+    QFETCH(QString, result);
+    QFETCH(QStringList, lines);
+    CommonUtils::SetSettings("customize", "operator", op);
+    const QByteArray sections =
+        deviceSection("OpA", {"C1", "C3", "GHOST"}, {"C2", "GHOST"}, "customize") +
+        deviceSection("OpB", {"C4"}, {"C1"}, "customize") +
+        "<customize><plugin><add clsid=\"C5\"/></plugin></customize>\n" +
+        deviceSection("", {"C6"}, {}, "customize");
     LogCapture log;
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"),
-                       {{"P1", "C1", "u1"}, {"P2", "C2", "u2"}, {"P3", "C3", "u3"}}),
-        pluginsConfigFile({"C3"}, customizeSection("OpA", {"C1", "C3", "GHOST"}, {"C2", "GHOST"})));
-    QCOMPARE(container->commonSet(), (QSet<QString>{"C1", "C3"}));
-    QVERIFY(log.contains(QStringLiteral("readCustomizeElements: C1 will be enabled by default")));
-    QVERIFY(
-        !log.contains(QStringLiteral("readCustomizeElements: GHOST will be enabled by default")));
-    QVERIFY(log.contains(QStringLiteral("readCustomizeElements: C2 will be removed")));
-    QVERIFY(log.contains(QStringLiteral("removed C2")));
-    QVERIFY(log.contains(QStringLiteral("readCustomizeElements: GHOST will be removed")));
-    QVERIFY(!log.contains(QStringLiteral("removed GHOST")));
-    QVERIFY(!container->isPluginInList(QStringLiteral("C2")));
-    QCOMPARE(container->records().size(), 2);
+    auto container = makeContainer(pluginsLibFile("Main", numberedPlugins(6)),
+                                   pluginsConfigFile({"C3"}, sections));
+    QVERIFY(log.contains("getDeviceName: m_strCustomizeName =>" + op + "<="));
+    QCOMPARE(log.texts().filter(QRegularExpression("^(readCustomizeElements|removed )")), lines);
+    QStringList left;
+    for (const PluginInfo *info : container->records())
+        left.append(info->Clsid());
+    QCOMPARE("enabled " + container->enabledClsids().join(' ') + ", left " + left.join(' '),
+             result);
+    const QStringList enabled = container->enabledClsids();
+    QCOMPARE(container->commonSet(), QSet<QString>(enabled.begin(), enabled.end()));
     // The operator's additions are not device-list entries.
-    QCOMPARE(container->enableList(QStringLiteral("common")), QStringList{QStringLiteral("C3")});
-    QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C3"}));
-}
-
-void TestPluginConfigFiles::emptyOperatorMatchesNamelessSection()
-{
-    auto container = makeContainer(
-        pluginsLibFile(QStringLiteral("Main"), {{"P1", "C1", "u1"}, {"P2", "C2", "u2"}}),
-        pluginsConfigFile({}, "<customize><plugin><add clsid=\"C1\"/></plugin></customize>\n" +
-                                  customizeSection("", {"C2"}, {})));
-    QCOMPARE(container->commonSet(), (QSet<QString>{"C1", "C2"}));
+    QCOMPARE(container->enableList("common"), QStringList{"C3"});
 }
 
 QTEST_GUILESS_MAIN(TestPluginConfigFiles)

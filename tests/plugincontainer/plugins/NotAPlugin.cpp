@@ -3,5 +3,5 @@
 
 extern "C" Q_DECL_EXPORT int linkdeck_test_not_a_plugin()
 {
-    return PLUGIN_INIT_RESULT ? 1 : 0;
+    return 1;
 }

@@ -1,0 +1,81 @@
+// The test plugins: one source, built once per url. PLUGIN_TAG names the plugin in the lines it
+// logs for the tests ("@Load:<tag>", "@Initialize:<tag>", ...), PLUGIN_INTERFACE is the interface
+// number it answers with itself, PLUGIN_INIT_RESULT is Initialize's result, PLUGIN_NO_BASE leaves
+// out the base plugin interface. As the device manager it runs the simulator's detection; the
+// environment variable PROBE_DETECT set to "sync" waits until the event has been delivered, so
+// that the container's wait begins after it, and "block" stalls the detection for 9 s.
+#include "PluginInterfaces.h"
+
+#include <NexoSim.h>
+
+#include <QThread>
+
+#define NOTE(what) qDebug("@%s:%s", what, PLUGIN_TAG)
+
+#ifdef PLUGIN_NO_BASE
+class TestPlugin : public QObject, public ILayout
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID ILayout_iid)
+    Q_INTERFACES(ILayout)
+
+public:
+    TestPlugin() { NOTE("Load"); }
+    ~TestPlugin() override { NOTE("Unload"); }
+    QWidget *GetLayoutWidget() override { return nullptr; }
+};
+#else
+class TestPlugin : public QObject,
+                   public IBasePlugin,
+                   public IDeviceMgr,
+                   public IUIPlugin,
+                   public IMainFrameUIService
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID IBasePlugin_iid)
+    Q_INTERFACES(IBasePlugin IDeviceMgr IUIPlugin IMainFrameUIService)
+
+public:
+    TestPlugin() { NOTE("Load"); }
+    ~TestPlugin() override { NOTE("Unload"); }
+
+    void Release() override { NOTE("Release"); }
+    int GetLastError() override { return 0; }
+    bool Initialize() override
+    {
+        NOTE("Initialize");
+        return PLUGIN_INIT_RESULT;
+    }
+    bool QueryInterface(int number, QObject **ppInterface) override
+    {
+        qDebug("@QueryInterface:%s:%d", PLUGIN_TAG, number);
+        *ppInterface = number == PLUGIN_INTERFACE ? this : nullptr;
+        return *ppInterface;
+    }
+
+    void StartDetectDevice() override
+    {
+        qDebug("@StartDetectDevice:%s", QThread::currentThread()->metaObject()->className());
+        const QByteArray mode = qgetenv("PROBE_DETECT");
+        if (mode == "block")
+            QThread::msleep(9000);
+        NexoSim_StartDetection();
+        if (mode == "sync")
+            NexoSim_WaitIdle(5000);
+    }
+    QString GetLastUsedDevice() override
+    {
+        NOTE("GetLastUsedDevice");
+        return QStringLiteral("ModemY");
+    }
+
+    void Create(QWidget *, const QRect &) override {}
+    QWidget *GetMainWindow() override { return nullptr; }
+    QString GetLayoutPluginClsid() override { return QString(); }
+    bool IsCustomTitleBar() override { return false; }
+    int GetTitleHeight() override { return 0; }
+    int GetFrameWidth() override { return 0; }
+};
+#endif
+
+#include "TestPlugin.moc"
