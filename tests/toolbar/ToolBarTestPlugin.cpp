@@ -15,9 +15,8 @@ public:
     bool Initialize() override { return true; }
     bool QueryInterface(int iInterfaceNumber, QObject **ppInterface) override
     {
-        if (ppInterface)
-            *ppInterface = iInterfaceNumber == LD_INTERFACE_ROOT ? this : nullptr;
-        return ppInterface && *ppInterface;
+        return ppInterface &&
+               (*ppInterface = iInterfaceNumber == LD_INTERFACE_ROOT ? this : nullptr) != nullptr;
     }
 };
 
