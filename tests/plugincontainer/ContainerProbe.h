@@ -60,20 +60,21 @@ public:
         return clsids;
     }
 
-    // "name:clsid:url:type:flags" per record in file order; flags a(ctive) s(tatic)
-    // t (setting title) e(nabled) l(oaded).
-    QString recordsText() const
+    // "name:clsid:url:type:flags" per record in file order, or "clsid=flags" when short; flags
+    // a(ctive) s(tatic) t (setting title) e(nabled) l(oaded) i(nitialized).
+    QString recordsText(bool shortly = false) const
     {
         QStringList texts;
         for (const PluginInfo *i : *m_pListPlugins) {
             const QString flags = QString(i->IsActive() ? "a" : "") + (i->IsStatic() ? "s" : "") +
                                   (i->IsSettingTitle() ? "t" : "") + (i->IsEnabled() ? "e" : "") +
-                                  (i->IsLoaded() ? "l" : "");
-            texts.append(
-                QStringList{i->Name(), i->Clsid(), i->Url(), QString::number(i->Type()), flags}
-                    .join(QLatin1Char(':')));
+                                  (i->IsLoaded() ? "l" : "") + (i->IsInitialized() ? "i" : "");
+            texts.append(shortly ? i->Clsid() + '=' + flags
+                                 : QStringList{i->Name(), i->Clsid(), i->Url(),
+                                               QString::number(i->Type()), flags}
+                                       .join(':'));
         }
-        return texts.join(QStringLiteral("; "));
+        return texts.join(shortly ? " " : "; ");
     }
 };
 
