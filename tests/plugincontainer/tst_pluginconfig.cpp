@@ -1,4 +1,5 @@
-// The readers of the plugin library file and the customization file.
+// The readers of the plugin library file and the customization file, and the rules that switch
+// records on and off for everybody, an operator and a device.
 #include "CommonUtils.h"
 #include "ContainerProbe.h"
 
@@ -20,9 +21,21 @@ QString errorLine(const char *format, const QByteArray &xml, const QString &file
         .arg(reader.columnNumber());
 }
 
+std::unique_ptr<ContainerProbe> makeSix(const QStringList &common, const QByteArray &sections)
+{
+    return makeContainer(pluginsLibFile("Main", numberedPlugins(6)),
+                         pluginsConfigFile(common, sections));
+}
+
+QString finding(const char *what)
+{
+    return pcLine("IsCustomizationForDevice",
+                  "need to " + QString::fromLatin1(what) + " pPluginInfo->Clsid ()");
+}
+
 } // namespace
 
-class TestPluginConfigFiles : public QObject
+class TestPluginConfig : public QObject
 {
     Q_OBJECT
 
@@ -33,14 +46,20 @@ private slots:
     void xmlErrorLines();
     void missingAndUnreadableFiles();
     void commonAndDeviceSections();
-    void customizeSections_data();
     void customizeSections();
+    void precedence_data();
+    void precedence();
+    void applicationLogsItsSteps();
+    void isCustomizationForDevice_data();
+    void isCustomizationForDevice();
+    void operatorAddIsNotCommonForTheCheck();
+    void deviceSwitchAppendsToTheLists();
 };
 
 // The url rewriting, flags that need the exact text "true", decimal types; a plugin without
 // "static" takes in the next one's children, and those after "static" are nobody's; the hash
 // keeps the later of two records with one clsid, the list both.
-void TestPluginConfigFiles::pluginLibraryFile()
+void TestPluginConfig::pluginLibraryFile()
 {
     const QByteArray xml = R"(<plugins><mainplugin>First</mainplugin>
 <plugin><clsid>U1</clsid><url>.\Foo.dll</url><static/></plugin>
@@ -95,7 +114,7 @@ void TestPluginConfigFiles::pluginLibraryFile()
 }
 
 // The two readers word their error lines differently; what was read before the error stays.
-void TestPluginConfigFiles::xmlErrorLines()
+void TestPluginConfig::xmlErrorLines()
 {
     const QByteArray plugins = "<plugins>\n<plugin><name>A</name><clsid>C1</clsid><static/>"
                                "</plugin>\n<plugin><name>B</name><clsid>C2</clsid><static/>"
@@ -118,7 +137,7 @@ void TestPluginConfigFiles::xmlErrorLines()
     QVERIFY(container->populatePluginInfo(appConfigPath("good.xml")));
 }
 
-void TestPluginConfigFiles::missingAndUnreadableFiles()
+void TestPluginConfig::missingAndUnreadableFiles()
 {
     LogCapture log;
     const QString missing = appConfigPath("none.xml");
@@ -135,7 +154,7 @@ void TestPluginConfigFiles::missingAndUnreadableFiles()
 }
 
 // "D1" lacks its "plugin" child, so it runs on to the end of the next section's "plugin".
-void TestPluginConfigFiles::commonAndDeviceSections()
+void TestPluginConfig::commonAndDeviceSections()
 {
     const QByteArray sections = deviceSection("Dev1", {"C2", "C2", "GHOST"}, {"C3", "GHOST"}) +
                                 "<device name=\"D1\"><add clsid=\"C1\"/></device>\n" +
@@ -162,32 +181,11 @@ void TestPluginConfigFiles::commonAndDeviceSections()
                           "readDeviceElements: D1: Disabling need to enable C3 plugin"}));
 }
 
-void TestPluginConfigFiles::customizeSections_data()
+// Only the section named like the operator setting counts; its "add" turns plugins on by
+// default, its "remove" takes them out.
+void TestPluginConfig::customizeSections()
 {
-    QTest::addColumn<QString>("op");
-    QTest::addColumn<QString>("result");
-    QTest::addColumn<QStringList>("lines");
-    QTest::newRow("OpA") << "OpA"
-                         << "enabled C1 C3, left C1 C3 C4 C5 C6"
-                         << QStringList{"readCustomizeElements: C1 will be enabled by default",
-                                        "readCustomizeElements: C3 will be enabled by default",
-                                        "readCustomizeElements: C2 will be removed", "removed C2",
-                                        "readCustomizeElements: GHOST will be removed"};
-    QTest::newRow("empty matches nameless")
-        << ""
-        << "enabled C3 C5 C6, left C1 C2 C3 C4 C5 C6"
-        << QStringList{"readCustomizeElements: C5 will be enabled by default",
-                       "readCustomizeElements: C6 will be enabled by default"};
-}
-
-// Only the sections named like the operator setting count; their "add" turns plugins on by
-// default, their "remove" takes them out.
-void TestPluginConfigFiles::customizeSections()
-{
-    QFETCH(QString, op);
-    QFETCH(QString, result);
-    QFETCH(QStringList, lines);
-    CommonUtils::SetSettings("customize", "operator", op);
+    CommonUtils::SetSettings("customize", "operator", "OpA");
     const QByteArray sections =
         deviceSection("OpA", {"C1", "C3", "GHOST"}, {"C2", "GHOST"}, "customize") +
         deviceSection("OpB", {"C4"}, {"C1"}, "customize") +
@@ -196,18 +194,154 @@ void TestPluginConfigFiles::customizeSections()
     LogCapture log;
     auto container = makeContainer(pluginsLibFile("Main", numberedPlugins(6)),
                                    pluginsConfigFile({"C3"}, sections));
-    QVERIFY(log.contains("getDeviceName: m_strCustomizeName =>" + op + "<="));
-    QCOMPARE(log.texts().filter(QRegularExpression("^(readCustomizeElements|removed )")), lines);
+    QVERIFY(log.contains("getDeviceName: m_strCustomizeName =>OpA<="));
+    QCOMPARE(log.texts().filter(QRegularExpression("^(readCustomizeElements|removed )")),
+             (QStringList{"readCustomizeElements: C1 will be enabled by default",
+                          "readCustomizeElements: C3 will be enabled by default",
+                          "readCustomizeElements: C2 will be removed", "removed C2",
+                          "readCustomizeElements: GHOST will be removed"}));
     QStringList left;
     for (const PluginInfo *info : container->records())
         left.append(info->Clsid());
     QCOMPARE("enabled " + container->enabledClsids().join(' ') + ", left " + left.join(' '),
-             result);
+             "enabled C1 C3, left C1 C3 C4 C5 C6");
     const QStringList enabled = container->enabledClsids();
     QCOMPARE(container->commonSet(), QSet<QString>(enabled.begin(), enabled.end()));
     // The operator's additions are not device-list entries.
     QCOMPARE(container->enableList("common"), QStringList{"C3"});
 }
 
-QTEST_GUILESS_MAIN(TestPluginConfigFiles)
-#include "tst_pluginconfigfiles.moc"
+// common < device add < device remove; the operator's remove deletes the record.
+void TestPluginConfig::precedence_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QStringList>("enabled");
+    QTest::newRow("no device") << "" << QStringList{"C1", "C2", "C3"};
+    QTest::newRow("device without section") << "Unknown" << QStringList{"C1", "C2", "C3"};
+    QTest::newRow("device adds and removes") << "Dev" << QStringList{"C2", "C3", "C4"};
+    QTest::newRow("device adds") << "Other" << QStringList{"C1", "C2", "C3", "C4"};
+    QTest::newRow("device names a removed record") << "Ghostly" << QStringList{"C1", "C2", "C3"};
+}
+
+void TestPluginConfig::precedence()
+{
+    QFETCH(QString, device);
+    QFETCH(QStringList, enabled);
+    CommonUtils::SetSettings("customize", "operator", "OpA");
+    auto container =
+        makeSix({"C1", "C2", "C5"}, deviceSection("OpA", {"C3"}, {"C5"}, "customize") +
+                                        deviceSection("Dev", {"C4", "C6", "C5"}, {"C1", "C6"}) +
+                                        deviceSection("Other", {"C4"}, {}) +
+                                        deviceSection("Ghostly", {"C5"}, {"C5"}));
+    QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C2", "C3"}));
+    container->ApplyCustomizationForDevice(device);
+    QCOMPARE(container->enabledClsids(), enabled);
+    QVERIFY(!container->isPluginInList("C5"));
+    // Each application starts from scratch.
+    container->ApplyCustomizationForDevice("Dev");
+    container->ApplyCustomizationForDevice(device);
+    QCOMPARE(container->enabledClsids(), enabled);
+}
+
+// A device's list is applied most recently filed first; the empty name skips the device step.
+void TestPluginConfig::applicationLogsItsSteps()
+{
+    auto container = makeSix({"C1"}, deviceSection("Dev", {"C2", "C4"}, {"C6"}));
+    LogCapture log;
+    container->ApplyCustomizationForDevice("Dev");
+    QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C2", "C4"}));
+    QVERIFY(!LogCapture::hasStamp(log.texts().first()));
+    QVERIFY(LogCapture::hasStamp(log.texts().filter("updateDeviceCustomization").value(0)));
+    // processFromSet's line says "enabling" whatever it does.
+    QCOMPARE(
+        log.unstamped(),
+        (QStringList{
+            pcLine("ApplyCustomizationForDevice", "applying customization for device Dev"),
+            pcLine("updateCommonOperatorCustomization", "enabling based on common and operator"),
+            pcLine("processFromSet", "enabling from set"), "updatePluginInfo: Enabling C1 plugin",
+            pcLine("updateDeviceCustomization", "for device Dev!!!"),
+            "updatePluginInfo: Enabling C4 plugin", "updatePluginInfo: Enabling C2 plugin",
+            "updatePluginInfo: Disabling C6 plugin"}));
+
+    log.clear();
+    container->ApplyCustomizationForDevice(QString());
+    QCOMPARE(container->enabledClsids(), QStringList{"C1"});
+    QCOMPARE(log.texts().first(),
+             pcLine("ApplyCustomizationForDevice", "applying customization for device "));
+    QVERIFY(log.texts().filter("updateDeviceCustomization").isEmpty());
+}
+
+void TestPluginConfig::isCustomizationForDevice_data()
+{
+    QTest::addColumn<QStringList>("enabled");
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("flags match") << QStringList{"C1", "C2"} << "DevA" << QString();
+    QTest::newRow("1: device add is off") << QStringList{"C1"} << "DevA" << finding("enable");
+    QTest::newRow("2: device remove is on")
+        << QStringList{"C1", "C2", "C3"} << "DevA" << finding("disable");
+    QTest::newRow("3: common is off") << QStringList{"C2"} << "DevA" << finding("disable");
+    QTest::newRow("3: common off, device removes it") << QStringList{} << "DevC" << QString();
+    QTest::newRow("4: on without reason")
+        << QStringList{"C1", "C2", "C4"} << "DevA" << finding("disable");
+    QTest::newRow("4: device add is a reason") << QStringList{"C1", "C4"} << "DevB" << QString();
+    QTest::newRow("no device, common on") << QStringList{"C1"} << "" << QString();
+    QTest::newRow("no device, extra on") << QStringList{"C1", "C2"} << "" << finding("disable");
+}
+
+// True (with its one line) at the first finding; nothing is changed.
+void TestPluginConfig::isCustomizationForDevice()
+{
+    QFETCH(QStringList, enabled);
+    QFETCH(QString, device);
+    QFETCH(QString, line);
+    auto container =
+        makeSix({"C1"}, deviceSection("DevA", {"C2"}, {"C3"}) + deviceSection("DevB", {"C4"}, {}) +
+                            deviceSection("DevC", {}, {"C1"}));
+    container->disableAllPlugins();
+    for (const QString &clsid : enabled)
+        container->updatePluginInfo(clsid, true);
+    LogCapture log;
+    QCOMPARE(container->IsCustomizationForDevice(device), !line.isEmpty());
+    QCOMPARE(log.texts(), line.isEmpty() ? QStringList() : QStringList{line});
+    QCOMPARE(container->enabledClsids(), enabled);
+}
+
+// A plugin only the operator switches on counts as one the device would switch off.
+void TestPluginConfig::operatorAddIsNotCommonForTheCheck()
+{
+    CommonUtils::SetSettings("customize", "operator", "OpA");
+    auto container = makeSix({"C1"}, deviceSection("OpA", {"C4"}, {}, "customize") +
+                                         deviceSection("DevB", {"C4"}, {}));
+    container->ApplyCustomizationForDevice(QString());
+    QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C4"}));
+    LogCapture log;
+    QVERIFY(container->IsCustomizationForDevice(QString()));
+    QCOMPARE(log.texts(), QStringList{finding("disable")});
+    // Applying changes nothing, although the check said it would.
+    container->ApplyCustomizationForDevice(QString());
+    QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C4"}));
+    container->ApplyCustomizationForDevice("DevB");
+    QVERIFY(!container->IsCustomizationForDevice("DevB"));
+}
+
+void TestPluginConfig::deviceSwitchAppendsToTheLists()
+{
+    auto container = makeSix({"C1", "C3"}, deviceSection("DevA", {"C2", "C5"}, {"C3"}) +
+                                               deviceSection("DevC", {}, {"C1"}));
+    QList<QString> enabled{"keep"};
+    QList<QString> disabled{"kept"};
+    container->HandleDeviceSwitched("DevA", enabled, disabled);
+    QCOMPARE(enabled, (QList<QString>{"keep", "C2", "C5"}));
+    QCOMPARE(disabled, (QList<QString>{"kept", "C3"}));
+    QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C2", "C5"}));
+
+    container->HandleDeviceSwitched("DevC", enabled, disabled);
+    // A device with the same customization changes nothing.
+    container->HandleDeviceSwitched("DevC", enabled, disabled);
+    QCOMPARE(enabled, (QList<QString>{"keep", "C2", "C5", "C3"}));
+    QCOMPARE(disabled, (QList<QString>{"kept", "C3", "C1", "C2", "C5"}));
+}
+
+QTEST_GUILESS_MAIN(TestPluginConfig)
+#include "tst_pluginconfig.moc"
