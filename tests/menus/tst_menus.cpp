@@ -49,9 +49,7 @@ QByteArray customized(const QString &blocks)
 QString writeMenuFile(const QByteArray &contents)
 {
     const QString name = QStringLiteral("menu_%1.xml").arg(qHash(contents));
-    if (!TestFiles::writeAppFile("/plugins/" + kPlugin + '/' + name, contents))
-        qFatal("cannot write the menu file");
-    return name;
+    return TestFiles::writeAppFile("/plugins/" + kPlugin + '/' + name, contents) ? name : QString();
 }
 
 // A tree on one line: I item, P popup (children in brackets), S separator, U type unset.
@@ -87,8 +85,7 @@ QString treeText(const MENU::MenuParse &parser)
 QString shownText(const QMenu *pMenu)
 {
     QStringList parts;
-    const QList<QAction *> actions = pMenu->actions();
-    for (const QAction *pAction : actions)
+    for (const QAction *pAction : pMenu->actions())
         parts << (pAction->isSeparator() ? "|"
                   : pAction->menu()      ? pAction->text() + '[' + shownText(pAction->menu()) + ']'
                                          : pAction->text());
@@ -110,18 +107,13 @@ class tst_Menus : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        NexoSim_Reset();
-        CommonUtils::SetSMSSeperatorConfigValue(true);
-    }
+    void init() { NexoSim_Reset(); }
     void tree_data();
     void tree();
     void logLines();
     void searchSeparator_data();
     void searchSeparator();
-    void builtMenuAndRecords();
-    void nestedPopupHiddenAndPopupWithoutListEndsMenu();
+    void builtMenus();
     void shippedMenuFileOperatorCase();
 };
 
@@ -163,9 +155,8 @@ void tst_Menus::tree_data()
     const QByteArray twoBlocks =
         customized("<operator name=\"Acme\">[null:Main] add/ITEM:A=A [/]</operator>"
                    "<operator name=\"Beta\">[null:Main] add/ITEM:B=B [/]</operator>");
-    const QString base = kBaseTree.chopped(1);
     QTest::newRow("later operator blocks applied too")
-        << "Acme" << twoBlocks << base + ", I:IDS_A=A@null, I:IDS_B=B@null)";
+        << "Acme" << twoBlocks << kBaseTree.chopped(1) + ", I:IDS_A=A@null, I:IDS_B=B@null)";
     QTest::newRow("rem of unknown ids and other actions change nothing")
         << "Acme"
         << customized("<operator name=\"Acme\">[null:Main] rem/ITEM:NONE= rem/POPUP:NONE= "
@@ -235,7 +226,6 @@ void tst_Menus::searchSeparator_data()
         << "SEP A S SEP B" << false << "| A Search B";
     QTest::newRow("switch off, two searches")
         << "S SEP A S SEP B SEP" << false << "Search A Search B |";
-    QTest::newRow("switch off, no search") << "A SEP B" << false << "A | B";
 }
 
 void tst_Menus::searchSeparator()
@@ -254,7 +244,7 @@ void tst_Menus::searchSeparator()
     QCOMPARE(shownText(pMenu), shown);
 }
 
-void tst_Menus::builtMenuAndRecords()
+void tst_Menus::builtMenus()
 {
     QWidget parent;
     QList<MENU::QActionInfo> records;
@@ -275,18 +265,15 @@ void tst_Menus::builtMenuAndRecords()
     }
     // The menu and its actions outlive the builder and its tree.
     QVERIFY(pMenu);
-    QCOMPARE(shownText(pMenu), QStringLiteral("Open View[Zoom |] | Exit"));
-    QCOMPARE(
-        recordsText(records),
-        QStringLiteral("IDS_OPEN@null=Open IDS_VIEW@=View IDS_ZOOM@View=Zoom IDS_EXIT@null=Exit"));
+    QCOMPARE(shownText(pMenu) + " / " + recordsText(records),
+             QStringLiteral("Open View[Zoom |] | Exit / IDS_OPEN@null=Open IDS_VIEW@=View "
+                            "IDS_ZOOM@View=Zoom IDS_EXIT@null=Exit"));
     QCOMPARE(records.at(2).action, pMenu->actions().at(1)->menu()->actions().at(0));
     for (const MENU::QActionInfo &info : qAsConst(records))
         QCOMPARE(info.action->parent(), &parent);
-}
 
-void tst_Menus::nestedPopupHiddenAndPopupWithoutListEndsMenu()
-{
-    // The file cannot describe these trees; they are made by moving entries of a read tree.
+    // A popup inside a popup is not shown, and a popup without a child list ends the menu. Files
+    // cannot describe these trees; they are made by moving entries of a read one.
     MENU::MenuParse parser(
         kPlugin, writeMenuFile(doc("[null:Main] POPUP:OUTER=Outer POPUP:INNER=Inner POPUP:P=P "
                                    "ITEM:C=C [/] [Outer] ITEM:A=A SEP ITEM:B=B [/] [Inner] "
@@ -295,15 +282,12 @@ void tst_Menus::nestedPopupHiddenAndPopupWithoutListEndsMenu()
     QList<MENU::MenuXmlInfo *> *pTop = pMain->pMenuItemList;
     pTop->first()->GetPopupMenuList()->insert(1, pTop->takeAt(1));
     pTop->at(1)->releaseXMlInfo();
-
-    MENU::QBuildMenu builder{QString(), QString()};
-    QWidget parent;
     QMenu menu;
-    QList<MENU::QActionInfo> records;
-    QVERIFY(!builder.AddMenuItem(pMain, &menu, &parent, &records));
-    QCOMPARE(shownText(&menu), QStringLiteral("Outer[A | B] P"));
-    QCOMPARE(recordsText(records),
-             QStringLiteral("IDS_OUTER@=Outer IDS_A@Outer=A IDS_B@Outer=B IDS_P@=P"));
+    records.clear();
+    QVERIFY(!empty.AddMenuItem(pMain, &menu, &parent, &records));
+    QCOMPARE(
+        shownText(&menu) + " / " + recordsText(records),
+        QStringLiteral("Outer[A | B] P / IDS_OUTER@=Outer IDS_A@Outer=A IDS_B@Outer=B IDS_P@=P"));
 }
 
 void tst_Menus::shippedMenuFileOperatorCase()
@@ -313,8 +297,7 @@ void tst_Menus::shippedMenuFileOperatorCase()
         NexoSim_SetCustomizeName(op);
         trees << treeText(MENU::MenuParse(QStringLiteral("XFramePlugin"), "MainMenu.xml"));
     }
-    QVERIFY2(trees.first().startsWith("MainMenu(P:IDS_MENUBAR_FILE=File[I:IDS_MENU_SEARCH=Search"),
-             qPrintable(trees.first()));
+    QVERIFY(trees.first().startsWith("MainMenu(P:IDS_MENUBAR_FILE=File[I:IDS_MENU_SEARCH=Search"));
     QCOMPARE(trees.last(),
              trees.first()
                  .replace("About@Help]", "About@Help], P:IDS_MENUBAR_OPERATOR=Nordtel["

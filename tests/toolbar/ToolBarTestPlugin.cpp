@@ -1,7 +1,5 @@
 #include "PluginInterfaces.h"
 
-#include <QObject>
-
 // A plugin with nothing but the base interface: toolbar items only ask whether it is loaded.
 class ToolBarTestPlugin : public QObject, public IBasePlugin
 {
