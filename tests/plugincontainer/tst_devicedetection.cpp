@@ -129,6 +129,7 @@ void TestDeviceDetection::detection()
     const QString device = found ? "ModemX" : "ModemY";
 
     LogCapture log;
+    s_detecting = s_callback = nullptr;
     s_capture = qInstallMessageHandler(noteThreads);
     auto container = makeDetecting();
     qInstallMessageHandler(s_capture);
@@ -151,6 +152,7 @@ void TestDeviceDetection::detection()
     }
     QThread *detecting = s_detecting;
     QThread *callback = s_callback;
+    QVERIFY(detecting);
     QCOMPARE(detecting->metaObject()->className(), "CInitConfigThread");
     QVERIFY(callback && callback != QThread::currentThread() && callback != detecting);
 }
