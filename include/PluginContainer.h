@@ -166,6 +166,11 @@ protected:
 
 private:
     friend class LoadingPassScope;
+
+    // Loads the record's library unless it is loaded; a failure leaves the record unloaded.
+    void loadIntoRecord(PluginInfo *info);
+    // Initialises the record's plugin after the loading pass's "calling initPlugin" line.
+    void initRecord(const QByteArray &linePrefix, PluginInfo *info);
 };
 
 #endif // LINKDECK_PLUGINCONTAINER_H

@@ -85,6 +85,23 @@ void PluginContainer::initPlugin(QObject *plugin, QString clsid, PluginInfo *inf
         m_bDeviceMgrInitialized = result;
 }
 
+void PluginContainer::loadIntoRecord(PluginInfo *info)
+{
+    if (info->IsLoaded())
+        return;
+    if (QObject *plugin = loadPlugin(info, info->Url())) {
+        info->SetLoaded(true);
+        info->SetPlugin(plugin);
+    }
+}
+
+void PluginContainer::initRecord(const QByteArray &linePrefix, PluginInfo *info)
+{
+    qCDebug(lcPlugins, "%s: %s calling initPlugin", linePrefix.constData(),
+            LogLine::arg(info->Name()).constData());
+    initPlugin(info->Plugin(), info->Clsid(), info);
+}
+
 // Every plugin is loaded before any is initialised; initialisation follows the file's order.
 void PluginContainer::loadAllStaticOrActivePlugin()
 {
@@ -104,20 +121,12 @@ void PluginContainer::loadAllStaticOrActivePlugin()
         }
         qCDebug(lcPlugins, "%s: %s to be loaded...", linePrefix.constData(),
                 LogLine::arg(info->Url()).constData());
-        if (info->IsLoaded())
-            continue;
-        if (QObject *plugin = loadPlugin(info, info->Url())) {
-            info->SetLoaded(true);
-            info->SetPlugin(plugin);
-        }
+        loadIntoRecord(info);
     }
 
     for (PluginInfo *info : qAsConst(*m_pListPlugins)) {
-        if (!info->IsLoaded())
-            continue;
-        qCDebug(lcPlugins, "%s: %s calling initPlugin", linePrefix.constData(),
-                LogLine::arg(info->Name()).constData());
-        initPlugin(info->Plugin(), info->Clsid(), info);
+        if (info->IsLoaded())
+            initRecord(linePrefix, info);
     }
 }
 
@@ -146,10 +155,7 @@ void PluginContainer::UpdateAllStaticOrActivePlugins()
                     LogLine::arg(info->Url()).constData());
             if (info->IsLoaded())
                 continue;
-            if (QObject *plugin = loadPlugin(info, info->Url())) {
-                info->SetLoaded(true);
-                info->SetPlugin(plugin);
-            }
+            loadIntoRecord(info);
             qCDebug(lcPlugins, "%s: Loaded plugin: %s.", linePrefix.constData(),
                     LogLine::arg(info->Name()).constData());
         } else if (info->IsLoaded()) {
@@ -165,11 +171,8 @@ void PluginContainer::UpdateAllStaticOrActivePlugins()
     }
 
     for (PluginInfo *info : qAsConst(*m_pListPlugins)) {
-        if (!info->IsLoaded() || info->IsInitialized())
-            continue;
-        qCDebug(lcPlugins, "%s: %s calling initPlugin", linePrefix.constData(),
-                LogLine::arg(info->Name()).constData());
-        initPlugin(info->Plugin(), info->Clsid(), info);
+        if (info->IsLoaded() && !info->IsInitialized())
+            initRecord(linePrefix, info);
     }
 }
 
