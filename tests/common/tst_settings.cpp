@@ -2,6 +2,8 @@
 #include "LogCapture.h"
 #include "TestFiles.h"
 
+#include <NexoSim.h>
+
 #include <QCoreApplication>
 #include <QtTest>
 
@@ -89,6 +91,47 @@ private slots:
         QVERIFY(CommonUtils::IsShuttingDown());
         CommonUtils::ResetShutDownFlag();
         QVERIFY(!CommonUtils::IsShuttingDown());
+    }
+
+    void settingsFileLocation_data()
+    {
+        QTest::addColumn<QByteArray>("xdgConfigHome");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("XDG_CONFIG_HOME") << QByteArray("/xdg") << "/xdg/linkdeck/settings.ini";
+        QTest::newRow("XDG default") << QByteArray() << "/home/.config/linkdeck/settings.ini";
+    }
+    void settingsFileLocation()
+    {
+        QFETCH(QByteArray, xdgConfigHome);
+        QFETCH(QString, expected);
+        const QString root = TestFiles::appDir() + "/location";
+        QDir(root).removeRecursively();
+        qunsetenv("LINKDECK_SETTINGS");
+        qputenv("HOME", QFile::encodeName(root + "/home"));
+        if (xdgConfigHome.isEmpty())
+            qunsetenv("XDG_CONFIG_HOME");
+        else
+            qputenv("XDG_CONFIG_HOME", QFile::encodeName(root) + xdgConfigHome);
+        QVERIFY(!CommonUtils::SetSettings("customize", "operator", "nordtel"));
+        QVERIFY(QFile::exists(root + expected));
+        QCOMPARE(CommonUtils::GetSettings("customize", "operator"), QString("nordtel"));
+    }
+
+    void simulatorReadsItsSetupFromSettings()
+    {
+        NexoSim_Reset();
+        CommonUtils::SetSettings("simulator", "devices", "E3372; K5160;");
+        CommonUtils::SetSettings("simulator", "customize", "nordtel");
+        QCOMPARE(NexoSim_LoadFromSettings(), 0L);
+        QByteArray block(NEXO_DEVICE_LIST_SIZE, '\0');
+        QCOMPARE(NEXO_DevSrv_GetAvailableDeviceList(block.data()), 0L);
+        QCOMPARE(*reinterpret_cast<const qint32 *>(block.constData()), 2);
+        QCOMPARE(QByteArray(block.constData() + NEXO_DEVICE_LIST_NAMES_OFFSET),
+                 QByteArray("E3372"));
+        char name[NEXO_CUSTOMIZE_NAME_SIZE] = {};
+        QCOMPARE(NEXO_DevSrv_GetCustomizeName(name), 0L);
+        QCOMPARE(QByteArray(name), QByteArray("nordtel"));
+        NexoSim_Reset();
     }
 
     void pluginLibraryPathIsApplicationDirectory()
