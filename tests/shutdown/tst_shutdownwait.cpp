@@ -15,9 +15,9 @@ const char kNotifyClsid[] = "C986A689-A5F6-4215-84BD-39BA626F1F57";
 QByteArray pluginLibrary()
 {
     return QByteArray("<plugins>\n"
-                      "  <plugin><name>NotifyTestPlugin</name><clsid>") +
+                      "  <plugin><name>NotifyPlugin</name><clsid>") +
            kNotifyClsid +
-           "</clsid><url>.\\TestNotify.dll</url>"
+           "</clsid><url>.\\NotifyPlugin.dll</url>"
            "<active>true</active><type>3</type><setting_title>false</setting_title>"
            "<static>true</static></plugin>\n"
            "</plugins>\n";
@@ -69,7 +69,7 @@ private slots:
         LogCapture log;
         CommonUtils::WaitThreadsStop();
         QVERIFY(log.contains(kSource + ": WaitThreadsStop: stop thread called"));
-        QVERIFY(log.contains("NotifyTestPlugin: StopThreads"));
+        QVERIFY(log.contains("NotifyPlugin: StopThreads"));
         QVERIFY(log.containsUnstamped(kEndWait));
         m_waitsSpent = log.countUnstamped(kStartWait);
         // The worker ends within a wait or two; a missed wake-up costs one 500 ms wait.
