@@ -102,6 +102,10 @@ void tst_OperatorList::lookup()
                      described(line.section(' ', 0, 0), line.section(' ', 1, 1));
     QCOMPARE(found, expected);
     QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(), QString("OperatorList.xml"));
+
+    // A caller's own release empties the lookups; the destruction that follows frees nothing twice.
+    StatusBarOpListParse::GetInstance()->ReleaseData();
+    QCOMPARE(described("460", "01"), QString("|||"));
 }
 
 // One read per instance: a changed file shows only after DestroyInstance. The two section

@@ -239,13 +239,16 @@ _ST_MCCMNC_ITEM StatusBarOpListParse::GetOperatorData(QString strMcc, QString st
     return result;
 }
 
-// Runs once, from the destructor. The MCC+MNC pointer is cleared twice and the MCC-only pointer
-// is left as it was; nothing reads the tables afterwards.
+// Meant to run once, from the destructor. The MCC+MNC pointer is cleared twice and the MCC-only
+// pointer is left as it was; lookups then find a table missing and read neither. A caller may call
+// it before the destructor does: the cleared MCC+MNC pointer then says the MCC-only table is gone.
 void StatusBarOpListParse::ReleaseData()
 {
     qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "ReleaseData").constData());
+    const bool bReleased = !m_pHashMccMnc;
     delete m_pHashMccMnc;
     m_pHashMccMnc = nullptr;
-    delete m_pHashMccOnly;
+    if (!bReleased)
+        delete m_pHashMccOnly;
     m_pHashMccMnc = nullptr;
 }
