@@ -41,7 +41,8 @@ public:
 
     // The children of a popup; null after releaseXMlInfo().
     QList<MenuXmlInfo *> *GetPopupMenuList() const;
-    // Frees the current children and their list, then takes ownership of pList.
+    // Frees the current list and the children not carried over into pList, then takes
+    // ownership of pList.
     void SetPopupMenuList(QList<MenuXmlInfo *> *pList);
     // Frees the children and the list; the list pointer becomes null.
     void releaseXMlInfo();

@@ -271,6 +271,12 @@ void tst_Menus::builtMenus()
     QCOMPARE(records.at(2).action, pMenu->actions().at(1)->menu()->actions().at(0));
     for (const MENU::QActionInfo &info : qAsConst(records))
         QCOMPARE(info.action->parent(), &parent);
+    // A sub-menu has no parent: it outlives the menu and goes with the action that opens it.
+    QPointer<QMenu> pSub = records.at(1).action->menu();
+    delete pMenu;
+    QVERIFY(pSub && !pSub->parent());
+    delete records.at(1).action;
+    QVERIFY(!pSub);
 
     // A popup inside a popup is not shown, and a popup without a child list ends the menu. Files
     // cannot describe these trees; they are made by moving entries of a read one.
@@ -280,6 +286,8 @@ void tst_Menus::builtMenus()
                                    "ITEM:DEEP=Deep [/]")));
     MENU::STMENUINFO *pMain = parser.GetMenuInfoList()->first();
     QList<MENU::MenuXmlInfo *> *pTop = pMain->pMenuItemList;
+    // A new child list may carry the entries of the old one over.
+    pTop->first()->SetPopupMenuList(new QList(*pTop->first()->GetPopupMenuList()));
     pTop->first()->GetPopupMenuList()->insert(1, pTop->takeAt(1));
     pTop->at(1)->releaseXMlInfo();
     QMenu menu;

@@ -126,9 +126,9 @@ bool MenuParse::ReadMenuItem(QXmlStreamReader &reader)
             s_strCurrentParent = attribute(reader, "parent");
             if (s_strCurrentParent != MenuShared::topLevel())
                 continue;
+            s_strCurrentMenu = attribute(reader, "name");
             if (!m_pMenuInfoList)
                 return false;
-            s_strCurrentMenu = attribute(reader, "name");
             m_pMenuInfoList->append(new STMENUINFO(s_strCurrentMenu));
         } else if (name == QLatin1String("item")) {
             const QString strType = attribute(reader, "type");

@@ -70,7 +70,14 @@ void MenuXmlInfo::SetPopupMenuList(QList<MenuXmlInfo *> *pList)
 {
     if (pList == m_pPopupMenuList)
         return;
-    releaseXMlInfo();
+    // Children moved over into the new list live on there; the others go with the old list.
+    if (m_pPopupMenuList) {
+        for (MenuXmlInfo *pChild : qAsConst(*m_pPopupMenuList)) {
+            if (!pList || !pList->contains(pChild))
+                delete pChild;
+        }
+        delete m_pPopupMenuList;
+    }
     m_pPopupMenuList = pList;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 
 #include <new>
 
@@ -111,8 +112,7 @@ bool QBuildMenu::AddMenuItem(STMENUINFO *pMenuInfo, QMenu *pMenu, QWidget *pPare
         appendRecord(pActionList, pAction, pEntry);
         if (iType != MENU_TYPE_POPUP)
             continue;
-        // The sub-menu belongs to the menu it hangs in, so it goes away with it.
-        auto *pSubMenu = new (std::nothrow) QMenu(pMenu);
+        auto *pSubMenu = new (std::nothrow) QMenu;
         if (!pSubMenu)
             return false;
         const QList<MenuXmlInfo *> *pChildren = pEntry->GetPopupMenuList();
@@ -123,6 +123,9 @@ bool QBuildMenu::AddMenuItem(STMENUINFO *pMenuInfo, QMenu *pMenu, QWidget *pPare
         }
         fillSubMenu(pSubMenu, *pChildren, pParent, pActionList);
         pAction->setMenu(pSubMenu);
+        // Parentless, the sub-menu lives exactly as long as the action that opens it.
+        QObject::connect(pAction, &QObject::destroyed,
+                         [pGuard = QPointer<QMenu>(pSubMenu)] { delete pGuard.data(); });
     }
     return true;
 }
