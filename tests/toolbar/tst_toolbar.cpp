@@ -253,12 +253,19 @@ void tst_ToolBar::searchBox()
     for (int i = 0; i < 2; ++i) // showing twice keeps one search row
         ToolBarLogic::ShowHideSearchBox(&bar.widget, bar.layout, bar.edit, true);
     QCOMPARE(pMain->count(), 2);
-    QVERIFY(bar.edit->isEnabled() && bar.edit->isVisible() && bar.icon->isVisible() &&
-            bar.edit->text().isEmpty());
+    QVERIFY(bar.edit->isEnabled() && bar.edit->text().isEmpty());
+    QTRY_VERIFY(bar.edit->isVisible() && bar.icon->isVisible());
+    pMain->activate();
+    QVERIFY(bar.widget.rect().contains(bar.edit->geometry()));
 
+    // Hiding takes the row out: the toolbar shrinks to its buttons and the edit, left alive
+    // below them, is out of sight and disabled.
     ToolBarLogic::ShowHideSearchBox(&bar.widget, bar.layout, bar.edit, false);
+    pMain->activate();
     QCOMPARE(pMain->count(), 1);
-    QVERIFY(!bar.edit->isEnabled() && !bar.edit->isVisible() && !bar.layout->parent());
+    QVERIFY(!bar.edit->isEnabled() && !bar.edit->isHidden() && !bar.layout->parent() &&
+            bar.widget.height() == 48);
+    QVERIFY(!bar.widget.rect().intersects(bar.edit->geometry()));
 }
 
 // Each row's name is the key sequence pressed with the cursor in the middle of "abcd".
@@ -300,11 +307,11 @@ void tst_ToolBar::callSetting_data()
 {
     QTest::addColumn<QString>("callVoice");
     QTest::addColumn<QString>("ids");
-    QTest::newRow("0") << QString("0") << "1,2,5";
-    QTest::newRow("empty") << QString("") << "1,2,5";
-    QTest::newRow("1") << QString("1") << "1,2,3,5";
-    QTest::newRow("10") << QString("10") << "1,2,3,5";
-    QTest::newRow("01") << QString("01") << "1,2,5";
+    QTest::newRow("0") << QString("0") << "1,2,4,6";
+    QTest::newRow("empty") << QString("") << "1,2,4,6";
+    QTest::newRow("1") << QString("1") << "1,2,3,4,6";
+    QTest::newRow("10") << QString("10") << "1,2,3,4,6";
+    QTest::newRow("01") << QString("01") << "1,2,4,6";
 }
 
 void tst_ToolBar::callSetting()
@@ -318,14 +325,15 @@ void tst_ToolBar::callSetting()
     }
     CommonUtils::SetSettings(QStringLiteral("callui"), QStringLiteral("callvoice"), callVoice);
 
-    // The item of the plugin that is not loaded uses up a counted place: item 6 is never read.
+    // IdlePlugin, enabled but not started, is loaded for its item. The item of a plugin that
+    // cannot be loaded uses up a counted place: item 7 is never read.
     const QString path =
-        toolbarFile("5", item(1) + item(2, "HelperPlugin") + item(3, "CallUIPlugin") +
-                             item(4, "IdlePlugin") + item(5) + item(6));
+        toolbarFile("6", item(1) + item(2, "HelperPlugin") + item(3, "CallUIPlugin") +
+                             item(4, "IdlePlugin") + item(5, "MissingPlugin") + item(6) + item(7));
     QCOMPARE(readText(path, false), "read [" + ids +
                                         "] | GetXmlData: Enter / getPlugin: Enter / getPlugin: "
-                                        "Enter / getPlugin: Enter / getPlugin: plugin is not "
-                                        "loaded  / GetXmlData: Exit");
+                                        "Enter / getPlugin: Enter / getPlugin: Enter / "
+                                        "getPlugin: plugin is not loaded  / GetXmlData: Exit");
 }
 
 QTEST_MAIN(tst_ToolBar)

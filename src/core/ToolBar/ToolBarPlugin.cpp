@@ -15,11 +15,9 @@ QObject *ToolBarLogic::getPlugin(QString strPluginName)
         qCDebug(lcToolBar, "%s: Plugin container is null ", prefix.constData());
         return nullptr;
     }
-    // Asking by clsid keeps the container from loading a plugin that is not loaded yet.
-    const QString strClsid = pContainer->GetClsidByName(strPluginName);
-    if (strClsid.isEmpty() || !pContainer->IsPluginLoaded(strClsid)) {
+    // The container takes a plugin name as well and loads an enabled plugin on demand.
+    QObject *pPlugin = pContainer->GetPlugin(strPluginName, 0);
+    if (!pPlugin)
         qCDebug(lcToolBar, "%s: plugin is not loaded ", prefix.constData());
-        return nullptr;
-    }
-    return pContainer->GetPlugin(strClsid, 0);
+    return pPlugin;
 }

@@ -11,14 +11,6 @@ namespace {
 constexpr int kSearchWidth = 300;
 constexpr int kSearchHeight = 19;
 constexpr int kSearchMaxLength = 48;
-
-void setRowVisible(QLayout *pRow, bool bVisible)
-{
-    for (int i = 0; i < pRow->count(); ++i) {
-        if (QWidget *pWidget = pRow->itemAt(i)->widget())
-            pWidget->setVisible(bVisible);
-    }
-}
 } // namespace
 
 bool ToolBarLogic::createSearchBox(QHBoxLayout **ppSearchLayout, SearchLineEdit **ppSearchEdit,
@@ -62,13 +54,11 @@ void ToolBarLogic::ShowHideSearchBox(QWidget *pToolBar, QHBoxLayout *pSearchLayo
     if (bShow) {
         if (!bShown)
             pToolBarLayout->addLayout(pSearchLayout);
-        setRowVisible(pSearchLayout, true);
         pSearchEdit->clear();
         pSearchEdit->setFocus();
     } else if (bShown) {
         pToolBarLayout->removeItem(pSearchLayout);
         // Handed back to the caller, so that the next showing can adopt it again.
         pSearchLayout->setParent(nullptr);
-        setRowVisible(pSearchLayout, false);
     }
 }
