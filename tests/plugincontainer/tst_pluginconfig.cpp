@@ -1,5 +1,6 @@
 // The readers of the plugin library file and the customization file, and the rules that switch
 // records on and off for everybody, an operator and a device.
+#include "Change.h"
 #include "CommonUtils.h"
 #include "ContainerProbe.h"
 
@@ -146,6 +147,13 @@ void TestPluginConfig::missingAndUnreadableFiles()
     QVERIFY(log.contains("File " + missing + " does not exist"));
     QVERIFY(log.contains("Failed to open file " + directory));
     QVERIFY(log.contains(pcLine("PluginContainer", "DeviceMgrUIPlugin LOAD FAILED !!!,,,")));
+    QVERIFY(log.contains(pcLine("PluginContainer", "entered, strPluginsFile = " + missing)));
+    // No language file for the main frame: a stamped line, and the language falls back.
+    const QString langLine = log.texts().filter("load XFramePlugin lan file failed").value(0);
+    QVERIFY(LogCapture::hasStamp(langLine));
+    QCOMPARE(LogCapture::stripStamp(langLine),
+             pcLine("PluginContainer", "load XFramePlugin lan file failed"));
+    QCOMPARE(Change::GetLangName(), QStringLiteral("en-us"));
     QVERIFY(container.records().isEmpty() && container.commonSet().isEmpty());
     QVERIFY(!container.populatePluginInfo(missing));
     QVERIFY(!container.populatePluginInfo(directory));
