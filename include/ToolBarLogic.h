@@ -54,7 +54,7 @@ public:
     static bool GetXmlData(QString strPath, QList<ToolItem> &lstItems, bool &bGroupInGroup,
                            QString strUnused);
     static bool getToolBarCoount(QXmlStreamReader &reader, int &iCount);
-    // The loaded plugin of that name, or null.
+    // The plugin of that name from the container, which loads it when it is enabled; or null.
     static QObject *getPlugin(QString strPluginName);
 
     // Builds the buttons into pToolBar. With all three search out-arguments given, also creates
