@@ -154,6 +154,8 @@ private slots:
         QCOMPARE(log.texts(),
                  (QStringList{"../../src/core/Change/Change: LoadLangFile: loading " + path,
                               "File " + path + " does not exist"}));
+        for (const LogCapture::Line &line : log.lines())
+            QCOMPARE(line.type, QtDebugMsg);
         QCOMPARE(Change::tr("IDS_ANY", "Nowhere"), QString());
     }
 

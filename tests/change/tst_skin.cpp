@@ -24,6 +24,7 @@ private slots:
             QStringList{
                 "../../src/core/Change/Change: ChangSkin: File does not exist or failed to open " +
                 missing});
+        QCOMPARE(log.lines().first().type, QtDebugMsg);
         QCOMPARE(qApp->styleSheet(), QString("QWidget { color: red; }"));
         QCOMPARE(QApplication::style(), before);
     }

@@ -61,7 +61,7 @@ bool Change::LoadLangFile(QString plugin)
             LogLine::arg(path).constData());
     QFile file(path);
     if (!file.exists()) {
-        qCWarning(lcLanguage, "File %s does not exist", LogLine::arg(path).constData());
+        qCDebug(lcLanguage, "File %s does not exist", LogLine::arg(path).constData());
         return false;
     }
     if (!file.open(QIODevice::ReadOnly)) {
@@ -117,9 +117,9 @@ bool Change::ChangSkin(QApplication *app, const QString &styleSheetFile)
 {
     QFile file(styleSheetFile);
     if (!file.exists() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qCWarning(lcLanguage, "%s: File does not exist or failed to open %s",
-                  LogLine::prefix(kSource, "ChangSkin").constData(),
-                  LogLine::arg(styleSheetFile).constData());
+        qCDebug(lcLanguage, "%s: File does not exist or failed to open %s",
+                LogLine::prefix(kSource, "ChangSkin").constData(),
+                LogLine::arg(styleSheetFile).constData());
         return false;
     }
     QApplication::setStyle(new LDKStyle);
