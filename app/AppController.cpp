@@ -110,10 +110,11 @@ void AppController::pollPluginsConfig()
     if (!pContainer || !pContainer->IsPluginsConfigInitialized())
         return;
     m_configPoll.stop();
-    // The device customization is in place: bring the loaded set in line with it, then load
-    // every enabled start-up plugin.
-    pContainer->UpdateAllStaticOrActivePlugins();
+    // The device customization is in place: load every enabled start-up plugin, then bring the
+    // loaded set in line with it. The update is also what loads the plugins that start-up
+    // loading postpones, so it has to come second.
     pContainer->LoadAllStaticOrActivePlugin();
+    pContainer->UpdateAllStaticOrActivePlugins();
 }
 
 void AppController::switchDevice()

@@ -93,7 +93,12 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
     const QString unloaded =
         QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
                        "UpdateAllStaticOrActivePlugins: Unload plugin %1 bUnloaded 1");
-    QTest::newRow("no device") << QStringList{} << common << QString() << QStringList{};
+    // Start-up loading first; the update after it is what loads the plugins start-up postpones.
+    const QString container = QStringLiteral("../../src/core/PluginContainer/PluginContainer: ");
+    QTest::newRow("no device")
+        << QStringList{} << common << QString()
+        << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 4",
+                       container + "UpdateAllStaticOrActivePlugins: XFramePlugin to be loaded..."};
     // Worker threads end before start-up is torn down and the plugins are released.
     QTest::newRow("E3372 adds notifications")
         << QStringList{"--device", "E3372"} << withNotify << "E3372"
