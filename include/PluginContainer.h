@@ -51,8 +51,6 @@ public:
     void SetEnabled(bool enabled) { m_bEnabled = enabled; }
     // Takes ownership; a loader held before is deleted (its library stays loaded).
     void SetLoader(QPluginLoader *loader);
-    // Gives up ownership without deleting.
-    QPluginLoader *TakeLoader();
 
 private:
     QString m_strName;

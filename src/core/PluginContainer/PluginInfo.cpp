@@ -25,10 +25,3 @@ void PluginInfo::SetLoader(QPluginLoader *loader)
         delete m_pLoader;
     m_pLoader = loader;
 }
-
-QPluginLoader *PluginInfo::TakeLoader()
-{
-    QPluginLoader *loader = m_pLoader;
-    m_pLoader = nullptr;
-    return loader;
-}
