@@ -3,6 +3,8 @@
 #include "IniEscape.h"
 #include "Utf16.h"
 
+#include <algorithm>
+
 namespace nexo {
 namespace {
 
@@ -42,9 +44,19 @@ bool endsUnescaped(std::string_view text)
     return backslashes % 2 == 0;
 }
 
+// Escaped text as it reads back, or nullopt when that would not be valid UTF-8 without NUL:
+// such text could not be handed out, nor written back so that it reads the same.
+std::optional<std::string> decodedText(std::string_view escaped)
+{
+    auto text = iniUnescape(escaped);
+    if (text && !isValidUtf8(*text))
+        text.reset();
+    return text;
+}
+
 } // namespace
 
-std::optional<IniDocument> IniDocument::parse(std::string_view text)
+std::optional<IniDocument> IniDocument::parse(std::string_view text, std::vector<Refusal> *refusals)
 {
     if (!isValidUtf8(text) || hasStrayControlCharacter(text))
         return std::nullopt;
@@ -52,33 +64,39 @@ std::optional<IniDocument> IniDocument::parse(std::string_view text)
         text.remove_prefix(kByteOrderMark.size());
 
     IniDocument document;
-    std::string currentGroup;
+    // An index, not a pointer: opening a group may move the others.
+    size_t current = document.indexOf(document.group(std::string()));
+    size_t lineNumber = 0;
     while (!text.empty()) {
         const size_t end = text.find('\n');
         const std::string_view line =
             trimmed(text.substr(0, end == std::string_view::npos ? text.size() : end));
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        ++lineNumber;
 
         if (line.empty() || line.front() == ';' || line.front() == '#')
             continue;
+        bool refused = document.m_groups[current].refused;
         if (line.front() == '[') {
             if (line.size() < 2 || line.back() != ']' || !endsUnescaped(line))
                 return std::nullopt;
-            auto name = iniUnescape(line.substr(1, line.size() - 2));
-            if (!name)
+            const auto name = decodedText(line.substr(1, line.size() - 2));
+            refused = !name;
+            current = document.indexOf(name ? document.group(*name) : document.refusedGroup(line));
+        } else {
+            const size_t separator = findUnescapedSeparator(line);
+            if (separator == std::string_view::npos)
                 return std::nullopt;
-            currentGroup = std::move(*name);
-            document.group(currentGroup);
-            continue;
+            const auto key = decodedText(trimmed(line.substr(0, separator)));
+            const auto value = decodedText(trimmed(line.substr(separator + 1)));
+            refused = refused || !key || !value;
+            if (refused)
+                document.m_groups[current].keptLines.emplace_back(line);
+            else
+                document.setValue(document.m_groups[current].name, *key, *value);
         }
-        const size_t separator = findUnescapedSeparator(line);
-        if (separator == std::string_view::npos)
-            return std::nullopt;
-        auto key = iniUnescape(trimmed(line.substr(0, separator)));
-        auto value = iniUnescape(trimmed(line.substr(separator + 1)));
-        if (!key || !value)
-            return std::nullopt;
-        document.setValue(currentGroup, *key, *value);
+        if (refused && refusals)
+            refusals->push_back(Refusal{lineNumber, std::string(line)});
     }
     return document;
 }
@@ -87,21 +105,47 @@ std::string IniDocument::serialize() const
 {
     std::string out;
     for (const Group &g : m_groups) {
-        if (g.entries.empty())
+        if (g.entries.empty() && g.keptLines.empty())
             continue;
         if (!out.empty())
             out += '\n';
-        out += '[';
-        out += iniEscape(g.name, IniField::Group);
-        out += "]\n";
+        out += g.refused ? g.name : '[' + iniEscape(g.name, IniField::Group) + ']';
+        out += '\n';
         for (const auto &[key, value] : g.entries) {
             out += iniEscape(key, IniField::Key);
             out += '=';
             out += iniEscape(value, IniField::Value);
             out += '\n';
         }
+        for (const std::string &line : g.keptLines) {
+            out += line;
+            out += '\n';
+        }
     }
     return out;
+}
+
+// Groups without lines are not written, so they do not count.
+bool IniDocument::operator==(const IniDocument &other) const
+{
+    const auto written = [](const IniDocument &document) {
+        std::vector<const Group *> groups;
+        for (const Group &g : document.m_groups) {
+            if (!g.entries.empty() || !g.keptLines.empty())
+                groups.push_back(&g);
+        }
+        return groups;
+    };
+    const auto mine = written(*this);
+    const auto theirs = written(other);
+    return std::equal(mine.begin(), mine.end(), theirs.begin(), theirs.end(),
+                      [](const Group *a, const Group *b) { return *a == *b; });
+}
+
+bool IniDocument::Group::operator==(const Group &other) const
+{
+    return name == other.name && refused == other.refused && entries == other.entries &&
+           keptLines == other.keptLines;
 }
 
 const std::string *IniDocument::value(const std::string &group, const std::string &key) const
@@ -140,7 +184,18 @@ IniDocument::Group &IniDocument::group(const std::string &name)
     if (it != m_groupIndex.end())
         return m_groups[it->second];
     m_groupIndex.emplace(name, m_groups.size());
-    m_groups.push_back(Group{name, {}, {}});
+    m_groups.push_back(Group{name, false, {}, {}, {}});
+    return m_groups.back();
+}
+
+size_t IniDocument::indexOf(const Group &g) const
+{
+    return size_t(&g - m_groups.data());
+}
+
+IniDocument::Group &IniDocument::refusedGroup(std::string_view headerLine)
+{
+    m_groups.push_back(Group{std::string(headerLine), true, {}, {}, {}});
     return m_groups.back();
 }
 

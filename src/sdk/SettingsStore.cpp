@@ -18,6 +18,20 @@ const IniDocument &emptyDocument()
     return *empty;
 }
 
+// Lines that cannot be represented are refused one by one, each named with file and line.
+std::optional<IniDocument> parseSettingsFile(const std::string &path, const std::string &bytes)
+{
+    std::vector<IniDocument::Refusal> refusals;
+    auto parsed = IniDocument::parse(bytes, &refusals);
+    for (const IniDocument::Refusal &refusal : refusals) {
+        std::fprintf(stderr,
+                     "libsdk: settings file %s, line %zu: \"%s\" does not decode to valid "
+                     "text; refused, kept in the file as it is\n",
+                     path.c_str(), refusal.line, refusal.text.c_str());
+    }
+    return parsed;
+}
+
 } // namespace
 
 SettingsStore &SettingsStore::instance()
@@ -89,7 +103,7 @@ const IniDocument &SettingsStore::document(const std::string &path)
     }
     std::optional<IniDocument> parsed;
     if (contents.state == FileContents::State::Read)
-        parsed = IniDocument::parse(contents.bytes);
+        parsed = parseSettingsFile(path, contents.bytes);
     if (m_cache.size() >= kMaxCachedFiles)
         m_cache.clear();
     CachedDocument &entry = m_cache[path];
@@ -106,7 +120,7 @@ bool SettingsStore::loadForUpdate(const std::string &path, IniDocument &document
         return true;
     }
     if (contents.state == FileContents::State::Read) {
-        if (auto parsed = IniDocument::parse(contents.bytes)) {
+        if (auto parsed = parseSettingsFile(path, contents.bytes)) {
             document = std::move(*parsed);
             fileUsable = true;
             return true;

@@ -168,6 +168,21 @@ private slots:
         QCOMPARE(kept, corrupt);
     }
 
+    // A hand edit whose escapes decode to no valid text costs that line only, and survives writes.
+    void unrepresentableLineIsRefusedAlone()
+    {
+        QVERIFY(TestFiles::writeFile(m_settingsPath,
+                                     "[g]\nodd=caf\\xe9\nk=v\n[bad\\xff]\nx=1\n[h]\ny=\\x00\n"));
+        QCOMPARE(getSetting("g", "k"), QString("v"));
+        QCOMPARE(getSetting("g", "odd"), QString());
+        QCOMPARE(setSetting("g", "new", "1"), 0L);
+
+        QCOMPARE(readBytes(m_settingsPath),
+                 QByteArray("[g]\nk=v\nnew=1\nodd=caf\\xe9\n\n[bad\\xff]\nx=1\n\n[h]\ny=\\x00\n"));
+        QCOMPARE(QFileInfo(m_settingsPath).absoluteDir().entryList({"*.corrupt-*"}), QStringList());
+        QCOMPARE(getSetting("g", "k"), QString("v"));
+    }
+
     void concurrentThreadsLoseNoKey()
     {
         std::atomic<int> failures{0};
