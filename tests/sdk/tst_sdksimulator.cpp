@@ -15,7 +15,7 @@ QStringList g_seen;
 
 void record(char callback, int type, void *data)
 {
-    const bool onTestThread = QThread::currentThread() == qApp->thread();
+    const bool onTestThread = QThread::currentThread() == QCoreApplication::instance()->thread();
     QMutexLocker lock(&g_mutex);
     g_seen.append(QLatin1Char(callback) + QString::number(type) + (data ? " with data" : "") +
                   (onTestThread ? " on the test's thread" : ""));
