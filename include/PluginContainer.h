@@ -140,8 +140,11 @@ protected:
     bool unloadPlugin(PluginInfo *info);
     bool unloadAllPlugins();
 
-    // Device detection
+    // Device detection. The initialisation thread runs startInitPluginsConfig, which reaches the
+    // container only through non-virtual calls: the thread starts inside the constructor, and a
+    // virtual call could land in a derived class that is still being built.
     QString getDeviceName(bool);
+    void startInitPluginsConfig();
 
     QDir m_pluginDir;
     QString m_strMainPlugin;
@@ -164,6 +167,7 @@ protected:
 
 private:
     friend class LoadingPassScope;
+    friend class CInitConfigThread;
 
     // Loads the record's library unless it is loaded; a failure leaves the record unloaded.
     void loadIntoRecord(PluginInfo *info);

@@ -4,6 +4,7 @@
 #include <NexoSim.h>
 
 #include <QElapsedTimer>
+#include <QSemaphore>
 #include <QThread>
 #include <QtTest>
 
@@ -66,6 +67,41 @@ void noteThreads(QtMsgType type, const QMessageLogContext &context, const QStrin
     s_capture(type, context, msg);
 }
 
+// A container class derived further, whose construction outlasts the initialisation thread's
+// work: the thread is held just before it asks for the device manager until the derived
+// constructor runs, and that constructor returns only once the thread is done.
+QSemaphore s_derivedRunning;
+std::atomic<bool> s_derivedConstructed{false};
+std::atomic<int> s_reachedEarly{0};
+void holdUntilDerived(QtMsgType type, const QMessageLogContext &context, const QString &msg)
+{
+    if (msg.endsWith(QLatin1String("getDeviceName calling registration finished")))
+        s_derivedRunning.tryAcquire(1, 5000);
+    s_capture(type, context, msg);
+}
+
+class SlowlyBuiltProbe : public ContainerProbe
+{
+public:
+    SlowlyBuiltProbe(const QString &lib, const QString &config)
+        : ContainerProbe(lib, config, true)
+    {
+        s_derivedRunning.release();
+        QTest::qWaitFor([this] { return IsPluginsConfigInitialized(); }, 5000);
+        s_derivedConstructed = true;
+    }
+    QObject *GetPlugin(QString clsid, int interfaceNumber) override
+    {
+        s_reachedEarly += !s_derivedConstructed;
+        return ContainerProbe::GetPlugin(clsid, interfaceNumber);
+    }
+    void StartInitPluginsConfig() override
+    {
+        s_reachedEarly += !s_derivedConstructed;
+        ContainerProbe::StartInitPluginsConfig();
+    }
+};
+
 } // namespace
 
 class TestDeviceDetection : public QObject
@@ -87,6 +123,7 @@ private slots:
     void deviceManagerInitialiseFails();
     void missedEventWaitsTheFullTime();
     void destructorStopsARunningThread();
+    void threadNeverReachesAHalfBuiltDerivedClass();
 };
 
 void TestDeviceDetection::detection_data()
@@ -258,6 +295,20 @@ void TestDeviceDetection::destructorStopsARunningThread()
     QCOMPARE(events(log, "Release:") + events(log, "Unload:"),
              (QStringList{"Release:DeviceMgr", "Release:MainFrame", "Unload:DeviceMgr",
                           "Unload:MainFrame"}));
+}
+
+void TestDeviceDetection::threadNeverReachesAHalfBuiltDerivedClass()
+{
+    setDevices({"ModemX"});
+    makeDetecting().reset(); // writes the files
+    LogCapture log;
+    s_capture = qInstallMessageHandler(holdUntilDerived);
+    SlowlyBuiltProbe container(appConfigPath("pluginslib.xml"), appConfigPath("PluginsConfig.xml"));
+    qInstallMessageHandler(s_capture);
+    QVERIFY(container.IsPluginsConfigInitialized());
+    QVERIFY(log.containsUnstamped(spaced("calling unregistration functions")));
+    QCOMPARE(s_reachedEarly.load(), 0);
+    QCOMPARE(container.enabledClsids().join(' '), kDeviceMgr + " CAlpha CMainFrame");
 }
 
 QTEST_GUILESS_MAIN(TestDeviceDetection)

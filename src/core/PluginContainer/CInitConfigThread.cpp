@@ -1,8 +1,8 @@
 #include "CInitConfigThread.h"
 
-#include "IPluginContainer.h"
+#include "PluginContainer.h"
 
-bool CInitConfigThread::Init(IPluginContainer *pContainer)
+bool CInitConfigThread::Init(PluginContainer *pContainer)
 {
     m_pContainer = pContainer;
     return true;
@@ -11,5 +11,5 @@ bool CInitConfigThread::Init(IPluginContainer *pContainer)
 void CInitConfigThread::run()
 {
     if (m_pContainer)
-        m_pContainer->StartInitPluginsConfig();
+        m_pContainer->startInitPluginsConfig();
 }

@@ -118,8 +118,9 @@ QString PluginContainer::getDeviceName(bool)
         qCDebug(lcPlugins, "%s calling registration finished",
                 stamped("getDeviceName").constData());
 
-        auto *deviceMgr = qobject_cast<IDeviceMgr *>(
-            GetPlugin(PluginClsid::deviceManager(), kDeviceManagerInterface));
+        QString clsid = PluginClsid::deviceManager();
+        auto *deviceMgr =
+            qobject_cast<IDeviceMgr *>(getPlugin(clsid, true, kDeviceManagerInterface));
         if (!deviceMgr) {
             qCWarning(lcPlugins, "%s: get deviceMgr failed",
                       LogLine::prefix(kContainerSource, "getDeviceName").constData());
@@ -155,6 +156,11 @@ QString PluginContainer::getDeviceName(bool)
 }
 
 void PluginContainer::StartInitPluginsConfig()
+{
+    startInitPluginsConfig();
+}
+
+void PluginContainer::startInitPluginsConfig()
 {
     const QString device = getDeviceName(false);
     updateDeviceCustomization(device);

@@ -182,7 +182,9 @@ QObject *PluginContainer::getPlugin(QString &key, bool init, int interfaceNumber
     QMutexLocker locker(&m_mutex);
     PluginInfo *info = m_pHashPlugins->value(key);
     if (!info) {
-        key = GetClsidByName(key);
+        // Qualified: the initialisation thread comes here while a derived class may be under
+        // construction.
+        key = PluginContainer::GetClsidByName(key);
         info = m_pHashPlugins->value(key);
     }
     if (!info)
