@@ -28,13 +28,13 @@ LogCapture::~LogCapture()
     qInstallMessageHandler(m_previous);
 }
 
-void LogCapture::handler(QtMsgType type, const QMessageLogContext &, const QString &msg)
+void LogCapture::handler(QtMsgType type, const QMessageLogContext &context, const QString &msg)
 {
     QMutexLocker activeLocker(&s_activeMutex);
     if (!s_active)
         return;
     QMutexLocker locker(&s_active->m_mutex);
-    s_active->m_lines.append({type, msg});
+    s_active->m_lines.append({type, msg, QString::fromLatin1(context.category)});
 }
 
 QList<LogCapture::Line> LogCapture::lines() const

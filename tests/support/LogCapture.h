@@ -16,6 +16,7 @@ public:
     {
         QtMsgType type;
         QString text;
+        QString category;
     };
 
     LogCapture();

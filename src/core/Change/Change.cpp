@@ -6,6 +6,7 @@
 #include "common/CoreLogging.h"
 #include "common/LogLine.h"
 #include "common/NexoString.h"
+#include "common/XmlReading.h"
 
 #include <QApplication>
 #include <QFile>
@@ -18,6 +19,28 @@ const char kSource[] = LD_SOURCE("Change/Change");
 QString s_langName = QStringLiteral("en-us");
 // plugin name -> (text identifier -> text)
 QHash<QString, QHash<QString, QString>> s_translations;
+
+// The "item" elements of a language file into the plugin's table; false on an XML error.
+bool readItems(QXmlStreamReader &reader, const QString &plugin)
+{
+    QHash<QString, QString> &texts = s_translations[plugin];
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement ||
+            reader.name() != QLatin1String("item"))
+            continue;
+        const QString id = XmlReading::attribute(reader, "name");
+        const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
+        texts.insert(id, LanguageText::clean(text, s_langName));
+    }
+    if (reader.hasError()) {
+        qCWarning(lcLanguage, "%s: %s: XML error at line %lld: %s",
+                  LogLine::prefix(kSource, "readXmlFile").constData(),
+                  LogLine::arg(plugin).constData(), reader.lineNumber(),
+                  LogLine::arg(reader.errorString()).constData());
+        return false;
+    }
+    return true;
+}
 } // namespace
 
 QMutex g_mutex;
@@ -59,20 +82,20 @@ bool Change::LoadLangFile(QString plugin)
                          QLatin1String(".lang");
     qCDebug(lcLanguage, "%s: loading %s", LogLine::prefix(kSource, "LoadLangFile").constData(),
             LogLine::arg(path).constData());
-    QFile file(path);
-    if (!file.exists()) {
-        qCDebug(lcLanguage, "File %s does not exist", LogLine::arg(path).constData());
+    XmlReading::FileReader reader(path);
+    switch (
+        reader.open(lcLanguage(), "File " + LogLine::arg(path) + " does not exist", QByteArray())) {
+    case XmlReading::FileReader::Missing:
         return false;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
+    case XmlReading::FileReader::Unopened:
         qCWarning(lcLanguage, "%s: cannot open %s: %s",
                   LogLine::prefix(kSource, "LoadLangFile").constData(),
-                  LogLine::arg(path).constData(), LogLine::arg(file.errorString()).constData());
+                  LogLine::arg(path).constData(), LogLine::arg(reader.fileError()).constData());
         return false;
+    case XmlReading::FileReader::Opened:
+        break;
     }
-    const bool result = readXmlFile(&file, plugin);
-    file.close();
-    return result;
+    return readItems(reader, plugin);
 }
 
 bool Change::readXmlFile(QIODevice *device, QString plugin)
@@ -80,24 +103,8 @@ bool Change::readXmlFile(QIODevice *device, QString plugin)
     if (!device)
         return false;
 
-    QHash<QString, QString> &texts = s_translations[plugin];
     QXmlStreamReader reader(device);
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement ||
-            reader.name() != QLatin1String("item"))
-            continue;
-        const QString id = reader.attributes().value(QLatin1String("name")).toString();
-        const QString text = reader.readElementText(QXmlStreamReader::IncludeChildElements);
-        texts.insert(id, LanguageText::clean(text, s_langName));
-    }
-    if (reader.hasError()) {
-        qCWarning(lcLanguage, "%s: %s: XML error at line %lld: %s",
-                  LogLine::prefix(kSource, "readXmlFile").constData(),
-                  LogLine::arg(plugin).constData(), reader.lineNumber(),
-                  LogLine::arg(reader.errorString()).constData());
-        return false;
-    }
-    return true;
+    return readItems(reader, plugin);
 }
 
 QString Change::tr(QString id, QString plugin)

@@ -2,10 +2,12 @@
 #include "PluginContainer.h"
 
 #include "ContainerLog.h"
+#include "common/XmlReading.h"
 
-#include <QFile>
 #include <QMutexLocker>
-#include <QXmlStreamReader>
+
+using XmlReading::isEndOf;
+using XmlReading::isStartOf;
 
 namespace {
 
@@ -26,41 +28,12 @@ QString libraryUrl(QString url)
     return url;
 }
 
-// The pieces of an XML error line, each followed by one blank.
-void logXmlError(const QXmlStreamReader &xml, const QString &fileName, const char *errorPiece,
-                 const char *columnPiece)
+// Both files are logged alike when they cannot be opened.
+bool openConfigFile(XmlReading::FileReader &xml)
 {
-    const QStringList pieces{QString::fromLatin1(errorPiece),  xml.errorString(),
-                             QStringLiteral(" in file "),      fileName,
-                             QStringLiteral(" at line "),      QString::number(xml.lineNumber()),
-                             QString::fromLatin1(columnPiece), QString::number(xml.columnNumber())};
-    QString line;
-    for (const QString &piece : pieces)
-        line += piece + QLatin1Char(' ');
-    qCDebug(lcPlugins, "%s", LogLine::arg(line).constData());
-}
-
-bool openForReading(QFile &file)
-{
-    if (!file.exists()) {
-        qCDebug(lcPlugins, "File %s does not exist", LogLine::arg(file.fileName()).constData());
-        return false;
-    }
-    if (!file.open(QIODevice::ReadOnly)) {
-        qCDebug(lcPlugins, "Failed to open file %s", LogLine::arg(file.fileName()).constData());
-        return false;
-    }
-    return true;
-}
-
-bool isEndOf(const QXmlStreamReader &xml, const char *name)
-{
-    return xml.isEndElement() && xml.name() == QLatin1String(name);
-}
-
-bool isStartOf(const QXmlStreamReader &xml, const char *name)
-{
-    return xml.isStartElement() && xml.name() == QLatin1String(name);
+    const QByteArray name = LogLine::arg(xml.fileName());
+    return xml.open(lcPlugins(), "File " + name + " does not exist",
+                    "Failed to open file " + name) == XmlReading::FileReader::Opened;
 }
 
 } // namespace
@@ -68,17 +41,14 @@ bool isStartOf(const QXmlStreamReader &xml, const char *name)
 bool PluginContainer::populatePluginInfo(QString fileName)
 {
     QMutexLocker locker(&m_mutex);
-    QFile file(fileName);
-    if (!openForReading(file))
+    XmlReading::FileReader xml(fileName);
+    if (!openConfigFile(xml))
         return false;
 
-    QXmlStreamReader xml(&file);
     for (;;) {
         // An error inside a record also ends the document; it is reported, not taken for success.
-        if (xml.atEnd() && !xml.hasError()) {
-            file.close();
+        if (xml.atEnd() && !xml.hasError())
             return true;
-        }
         if (xml.hasError())
             break;
         xml.readNext();
@@ -100,7 +70,10 @@ bool PluginContainer::populatePluginInfo(QString fileName)
             }
         }
     }
-    logXmlError(xml, fileName, "Error: ", ",column ");
+    qCDebug(
+        lcPlugins, "%s",
+        XmlReading::errorLine(xml, "Error:  %1  in file  %4  at line  %2 ,column  %3 ", fileName)
+            .constData());
     return false;
 }
 
@@ -140,11 +113,10 @@ PluginInfo *PluginContainer::readPluginElement(QXmlStreamReader &xml)
 
 void PluginContainer::populatePluginsConfig(QString fileName)
 {
-    QFile file(fileName);
-    if (!openForReading(file))
+    XmlReading::FileReader xml(fileName);
+    if (!openConfigFile(xml))
         return;
 
-    QXmlStreamReader xml(&file);
     while (!xml.atEnd()) {
         xml.readNext();
         if (xml.hasError())
@@ -162,7 +134,10 @@ void PluginContainer::populatePluginsConfig(QString fileName)
         }
     }
     if (xml.hasError())
-        logXmlError(xml, fileName, "Error:", ", column ");
+        qCDebug(lcPlugins, "%s",
+                XmlReading::errorLine(xml, "Error: %1  in file  %4  at line  %2 , column  %3 ",
+                                      fileName)
+                    .constData());
 }
 
 void PluginContainer::readCommonElement(QXmlStreamReader &xml)

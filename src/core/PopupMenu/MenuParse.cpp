@@ -6,7 +6,6 @@
 #include "common/CoreLogging.h"
 
 #include <QFile>
-#include <QXmlStreamReader>
 
 namespace MENU {
 
@@ -51,20 +50,20 @@ bool MenuParse::LoadFile(QString strPluginName, QString strFileName)
 {
     const QString strPath = CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") +
                             strPluginName + QLatin1Char('/') + strFileName;
-    if (!QFile::exists(strPath)) {
-        qCDebug(lcMenus, "File %s does not exist", LogLine::arg(strPath).constData());
+    XmlReading::FileReader reader(strPath);
+    switch (reader.open(lcMenus(), "File " + LogLine::arg(strPath) + " does not exist",
+                        LogLine::timeStamp() + " : " + MenuShared::kSource +
+                            ": LoadFile: file open error",
+                        QIODevice::ReadOnly | QIODevice::Text)) {
+    case XmlReading::FileReader::Missing:
         return false;
-    }
-    QFile file(strPath);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qCDebug(lcMenus, "%s : %s: %s: file open error", LogLine::timeStamp().constData(),
-                MenuShared::kSource, "LoadFile");
+    case XmlReading::FileReader::Unopened:
         m_strFileName.clear();
         return false;
+    case XmlReading::FileReader::Opened:
+        break;
     }
-    QXmlStreamReader reader(&file);
     const bool bResult = ReadFile(reader);
-    file.close();
     m_strFileName = strFileName;
     return bResult;
 }
@@ -78,7 +77,7 @@ bool MenuParse::ReadFile(QXmlStreamReader &reader)
         reader.readNext();
         if (reader.hasError())
             return false;
-        if (reader.isStartElement() && reader.name() == QLatin1String("nexodoc")) {
+        if (XmlReading::isStartOf(reader, "nexodoc")) {
             reader.readNext();
             bResult = ReadInfo(reader);
         }
@@ -89,7 +88,7 @@ bool MenuParse::ReadFile(QXmlStreamReader &reader)
 bool MenuParse::ReadInfo(QXmlStreamReader &reader)
 {
     for (; !reader.atEnd(); reader.readNext()) {
-        if (reader.isStartElement() && reader.name() == QLatin1String("menu")) {
+        if (XmlReading::isStartOf(reader, "menu")) {
             qCDebug(lcMenus, "%s:open file ",
                     LogLine::prefix(MenuShared::kSource, "ReadInfo").constData());
             ReadMenuItem(reader);

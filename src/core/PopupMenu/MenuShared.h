@@ -2,6 +2,7 @@
 #define LINKDECK_MENUSHARED_H
 
 #include "common/LogLine.h"
+#include "common/XmlReading.h"
 
 #include <QString>
 #include <QXmlStreamReader>
@@ -19,10 +20,7 @@ inline QString topLevel()
     return QStringLiteral("null");
 }
 
-inline QString attribute(const QXmlStreamReader &reader, const char *name)
-{
-    return reader.attributes().value(QLatin1String(name)).toString();
-}
+using XmlReading::attribute;
 
 } // namespace MenuShared
 

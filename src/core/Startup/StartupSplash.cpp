@@ -5,9 +5,9 @@
 #include "CommonUtils.h"
 #include "StartupSource.h"
 #include "common/CoreLogging.h"
+#include "common/XmlReading.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QPixmap>
 #include <QSplashScreen>
 #include <QXmlStreamReader>
@@ -17,26 +17,9 @@ QElapsedTimer Startup::m_pSplashStartAt;
 
 namespace {
 
-bool isStartOf(const QXmlStreamReader &reader, const char *name)
-{
-    return reader.isStartElement() && reader.name() == QLatin1String(name);
-}
-
-bool isEndOf(const QXmlStreamReader &reader, const char *name)
-{
-    return reader.isEndElement() && reader.name() == QLatin1String(name);
-}
-
-// Advances to the next start element of that name; false at the end of the document.
-bool readToStartOf(QXmlStreamReader &reader, const char *name)
-{
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (isStartOf(reader, name))
-            return true;
-    }
-    return false;
-}
+using XmlReading::isEndOf;
+using XmlReading::isStartOf;
+using XmlReading::readToNextStart;
 
 // Only the exact text "true" switches the splash on.
 bool readSplashValue(QXmlStreamReader &reader)
@@ -57,13 +40,13 @@ QSplashScreen *Startup::GetSplashScreen(int &elapsed)
 bool Startup::haveSplashScreen()
 {
     bool bSplash = true;
-    QFile file(CommonUtils::GetPluginLibraryPath() +
-               QStringLiteral("/plugins/XFramePlugin/Config.xml"));
-    if (!file.exists() || !file.open(QIODevice::ReadOnly)) {
+    XmlReading::FileReader reader(CommonUtils::GetPluginLibraryPath() +
+                                  QStringLiteral("/plugins/XFramePlugin/Config.xml"));
+    // Neither a missing nor an unreadable file is logged here: no splash is the answer.
+    if (reader.open(lcStartup(), QByteArray(), QByteArray()) != XmlReading::FileReader::Opened) {
         bSplash = false;
     } else {
-        QXmlStreamReader reader(&file);
-        if (readToStartOf(reader, "function")) {
+        if (readToNextStart(reader, "function")) {
             while (!reader.atEnd()) {
                 reader.readNext();
                 if (isEndOf(reader, "function"))
@@ -78,7 +61,6 @@ bool Startup::haveSplashScreen()
             CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
         if (strOperator != QLatin1String("common"))
             operatorHaveSplashScreen(reader, strOperator, bSplash);
-        file.close();
     }
     qCDebug(lcStartup, "%s: splash=%d",
             LogLine::prefix(kStartupSource, "haveSplashScreen").constData(), int(bSplash));
@@ -89,7 +71,7 @@ void Startup::operatorHaveSplashScreen(QXmlStreamReader &reader, QString strOper
 {
     QString strDevice;
     bool bFound = false;
-    while (!bFound && readToStartOf(reader, "customize")) {
+    while (!bFound && readToNextStart(reader, "customize")) {
         const QXmlStreamAttributes attributes = reader.attributes();
         if (attributes.value(QLatin1String("name")) == strOperator) {
             strDevice = attributes.value(QLatin1String("device")).toString();
@@ -101,7 +83,7 @@ void Startup::operatorHaveSplashScreen(QXmlStreamReader &reader, QString strOper
 
     // The search for "splash" runs on past the end of this "customize" element, so a later
     // element's value can be taken when this one has none.
-    if (!readToStartOf(reader, "splash"))
+    if (!readToNextStart(reader, "splash"))
         return;
     bSplash = readSplashValue(reader);
     // An operator customization bound to a device never shows the splash.

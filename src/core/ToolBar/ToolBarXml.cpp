@@ -1,9 +1,7 @@
 #include "ToolBarLogic.h"
 #include "ToolBarShared.h"
 #include "common/CoreLogging.h"
-
-#include <QFile>
-#include <QXmlStreamReader>
+#include "common/XmlReading.h"
 
 // Reading the toolbar file into the caller's item list.
 namespace {
@@ -11,26 +9,9 @@ using ToolBarShared::kSource;
 
 const QString kCallPlugin = QStringLiteral("CallUIPlugin");
 
-QString attribute(const QXmlStreamReader &reader, const char *name)
-{
-    return reader.attributes().value(QLatin1String(name)).toString();
-}
-
-bool isStartOf(const QXmlStreamReader &reader, const char *name)
-{
-    return reader.isStartElement() && reader.name() == QLatin1String(name);
-}
-
-// Moves past the current token to the next start tag of that name; false at the end.
-bool readToNextStart(QXmlStreamReader &reader, const char *name)
-{
-    do {
-        reader.readNext();
-        if (reader.atEnd())
-            return false;
-    } while (!isStartOf(reader, name));
-    return true;
-}
+using XmlReading::attribute;
+using XmlReading::isStartOf;
+using XmlReading::readToNextStart;
 
 // The call buttons appear only while the call-voice setting begins with "1".
 bool callVoiceEnabled()
@@ -82,12 +63,10 @@ bool ToolBarLogic::GetXmlData(QString strPath, QList<ToolItem> &lstItems, bool &
     lstItems.clear();
     qCDebug(lcToolBar, "%s: Enter", prefix.constData());
 
-    QFile file(strPath);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qCDebug(lcToolBar, "%s: Exit: XML File is not opened", prefix.constData());
+    XmlReading::FileReader reader(strPath);
+    if (reader.open(lcToolBar(), QByteArray(), prefix + ": Exit: XML File is not opened",
+                    QIODevice::ReadOnly | QIODevice::Text) != XmlReading::FileReader::Opened)
         return false;
-    }
-    QXmlStreamReader reader(&file);
     reader.readNext();
     int iCount = 0;
     getToolBarCoount(reader, iCount);

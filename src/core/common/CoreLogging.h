@@ -12,5 +12,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcLanguage)
 Q_DECLARE_LOGGING_CATEGORY(lcMenus)
 Q_DECLARE_LOGGING_CATEGORY(lcToolBar)
 Q_DECLARE_LOGGING_CATEGORY(lcWidgets)
+// XML errors of any configuration file, at warning level.
+Q_DECLARE_LOGGING_CATEGORY(lcXml)
 
 #endif // LINKDECK_CORELOGGING_H

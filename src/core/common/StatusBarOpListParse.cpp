@@ -4,9 +4,7 @@
 #include "CommonUtils.h"
 #include "CoreLogging.h"
 #include "LogLine.h"
-
-#include <QFile>
-#include <QXmlStreamReader>
+#include "XmlReading.h"
 
 #include <new>
 
@@ -15,36 +13,14 @@ namespace {
 const char kSource[] = LD_SOURCE("common/StatusBarOpListParse");
 const QLatin1String kPluginName("StatusBarMgrPlugin");
 
-// "<lead> <error text>  at line  <n> , column  <m> ": every piece is followed by one blank.
-QByteArray xmlErrorLine(const char *lead, const QXmlStreamReader &reader)
-{
-    const QString line = QLatin1String(lead) + QLatin1Char(' ') + reader.errorString() +
-                         QLatin1String("  at line  ") + QString::number(reader.lineNumber()) +
-                         QLatin1String(" , column  ") + QString::number(reader.columnNumber()) +
-                         QLatin1Char(' ');
-    return line.toLocal8Bit();
-}
-
-bool isStart(const QXmlStreamReader &reader, QLatin1String name)
-{
-    return reader.isStartElement() && reader.name() == name;
-}
-
-bool isEnd(const QXmlStreamReader &reader, QLatin1String name)
-{
-    return reader.isEndElement() && reader.name() == name;
-}
-
-QString attribute(const QXmlStreamReader &reader, QLatin1String name)
-{
-    return reader.attributes().value(name).toString();
-}
+using XmlReading::attribute;
+using XmlReading::isEndOf;
+using XmlReading::isStartOf;
 
 _ST_MCCMNC_ITEM readItem(const QXmlStreamReader &reader, const QString &strRegion)
 {
-    return {attribute(reader, QLatin1String("shortdescr")),
-            attribute(reader, QLatin1String("fulldescr")), strRegion,
-            attribute(reader, QLatin1String("langid"))};
+    return {attribute(reader, "shortdescr"), attribute(reader, "fulldescr"), strRegion,
+            attribute(reader, "langid")};
 }
 
 } // namespace
@@ -93,23 +69,21 @@ bool StatusBarOpListParse::LoadFile(QString strFileName)
                             QLatin1String("/plugins/StatusBarMgrPlugin/") + strFileName;
     qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "LoadFile").constData());
 
-    QFile file(strPath);
-    if (!file.exists()) {
-        qCDebug(lcOperators, "%s: File %s does not exist",
-                LogLine::prefix(kSource, "LoadFile").constData(),
-                LogLine::arg(strPath).constData());
+    XmlReading::FileReader reader(strPath);
+    const QByteArray prefix = LogLine::prefix(kSource, "LoadFile");
+    const QByteArray path = LogLine::arg(strPath);
+    switch (reader.open(lcOperators(), prefix + ": File " + path + " does not exist",
+                        prefix + ": Error open file:" + path,
+                        QIODevice::ReadOnly | QIODevice::Text)) {
+    case XmlReading::FileReader::Missing:
         return false;
-    }
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qCDebug(lcOperators, "%s: Error open file:%s",
-                LogLine::prefix(kSource, "LoadFile").constData(),
-                LogLine::arg(strPath).constData());
+    case XmlReading::FileReader::Unopened:
         m_strLoadFileName.clear();
         return false;
+    case XmlReading::FileReader::Opened:
+        break;
     }
-    QXmlStreamReader reader(&file);
     const bool bResult = readFile(reader);
-    file.close();
     m_strLoadFileName = strFileName;
     return bResult;
 }
@@ -122,13 +96,14 @@ bool StatusBarOpListParse::readFile(QXmlStreamReader &reader)
         reader.readNext();
         if (reader.hasError())
             break;
-        if (isStart(reader, QLatin1String("OperatorList"))) {
+        if (isStartOf(reader, "OperatorList")) {
             bResult = readOperatorList(reader);
             reader.readNext();
         }
     }
     if (reader.hasError()) {
-        qCDebug(lcOperators, "%s", xmlErrorLine("Error: ", reader).constData());
+        qCDebug(lcOperators, "%s",
+                XmlReading::errorLine(reader, "Error:  %1  at line  %2 , column  %3 ").constData());
         return false;
     }
     return bResult;
@@ -140,10 +115,10 @@ bool StatusBarOpListParse::readOperatorList(QXmlStreamReader &reader)
     qCDebug(lcOperators, "%s: called", LogLine::prefix(kSource, "readOperatorList").constData());
     bool bResult = true;
     while (!reader.atEnd() && bResult) {
-        if (isStart(reader, QLatin1String("MccMnc"))) {
+        if (isStartOf(reader, "MccMnc")) {
             if (!readMccMncInfo(reader))
                 return false;
-        } else if (isStart(reader, QLatin1String("MccOnly"))) {
+        } else if (isStartOf(reader, "MccOnly")) {
             return readMccOnlyInfo(reader);
         } else {
             reader.readNext();
@@ -167,13 +142,12 @@ bool StatusBarOpListParse::readMccMncInfo(QXmlStreamReader &reader)
     QString strRegion;
     bool bResult = true;
     while (!reader.atEnd() && bResult) {
-        if (isEnd(reader, QLatin1String("MccMnc")))
+        if (isEndOf(reader, "MccMnc"))
             return bResult;
-        if (isStart(reader, QLatin1String("Region"))) {
-            strRegion = attribute(reader, QLatin1String("descr"));
-        } else if (isStart(reader, QLatin1String("Item"))) {
-            const QString strKey =
-                attribute(reader, QLatin1String("mcc")) + attribute(reader, QLatin1String("mnc"));
+        if (isStartOf(reader, "Region")) {
+            strRegion = attribute(reader, "descr");
+        } else if (isStartOf(reader, "Item")) {
+            const QString strKey = attribute(reader, "mcc") + attribute(reader, "mnc");
             m_pHashMccMnc->insert(strKey, readItem(reader, strRegion));
         }
         reader.readNext();
@@ -193,11 +167,10 @@ bool StatusBarOpListParse::readMccOnlyInfo(QXmlStreamReader &reader)
     }
     bool bResult = true;
     while (!reader.atEnd() && bResult) {
-        if (isEnd(reader, QLatin1String("MccOnly")))
+        if (isEndOf(reader, "MccOnly"))
             return bResult;
-        if (isStart(reader, QLatin1String("Item")))
-            m_pHashMccOnly->insert(attribute(reader, QLatin1String("mcc")),
-                                   readItem(reader, QString()));
+        if (isStartOf(reader, "Item"))
+            m_pHashMccOnly->insert(attribute(reader, "mcc"), readItem(reader, QString()));
         reader.readNext();
         bResult = checkError(reader);
     }
@@ -208,7 +181,8 @@ bool StatusBarOpListParse::checkError(QXmlStreamReader &reader)
 {
     if (!reader.hasError())
         return true;
-    qCWarning(lcOperators, "%s", xmlErrorLine("Error:", reader).constData());
+    qCWarning(lcOperators, "%s",
+              XmlReading::errorLine(reader, "Error: %1  at line  %2 , column  %3 ").constData());
     return false;
 }
 
