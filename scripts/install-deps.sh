@@ -11,6 +11,7 @@ packages=(
   alsa-utils
   clang-format
   ccache
+  clang libclang-rt-14-dev
 )
 
 if [ "$(id -u)" -ne 0 ]; then
