@@ -1,23 +1,18 @@
 #include "LogCapture.h"
 
-#include <QMutexLocker>
 #include <QRegularExpression>
+
+#include <utility>
 
 namespace {
 LogCapture *s_active = nullptr;
 QMutex s_activeMutex;
-const QRegularExpression &stampPattern()
-{
-    static const QRegularExpression pattern(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d ?: "));
-    return pattern;
-}
 } // namespace
 
 LogCapture::LogCapture()
 {
     QMutexLocker locker(&s_activeMutex);
-    m_outer = s_active;
-    s_active = this;
+    m_outer = std::exchange(s_active, this);
     m_previous = qInstallMessageHandler(&LogCapture::handler);
 }
 
@@ -53,39 +48,17 @@ QStringList LogCapture::texts() const
 
 QStringList LogCapture::unstamped() const
 {
-    QStringList result;
-    for (const Line &line : lines())
-        result.append(stripStamp(line.text));
+    QStringList result = texts();
+    for (QString &text : result)
+        text = stripStamp(text);
     return result;
-}
-
-bool LogCapture::contains(const QString &text) const
-{
-    return count(text) > 0;
-}
-
-bool LogCapture::containsUnstamped(const QString &text) const
-{
-    return countUnstamped(text) > 0;
-}
-
-int LogCapture::count(const QString &text) const
-{
-    return texts().count(text);
-}
-
-int LogCapture::countUnstamped(const QString &text) const
-{
-    return unstamped().count(text);
 }
 
 bool LogCapture::containsInOrder(const QStringList &wanted) const
 {
     int next = 0;
-    for (const QString &text : unstamped()) {
-        if (next < wanted.size() && text == wanted.at(next))
-            ++next;
-    }
+    for (const QString &text : unstamped())
+        next += next < wanted.size() && text == wanted.at(next);
     return next == wanted.size();
 }
 
@@ -97,11 +70,7 @@ void LogCapture::clear()
 
 QString LogCapture::stripStamp(const QString &text)
 {
-    const QRegularExpressionMatch match = stampPattern().match(text);
+    static const QRegularExpression stamp(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d ?: "));
+    const QRegularExpressionMatch match = stamp.match(text);
     return match.hasMatch() ? text.mid(match.capturedLength()) : text;
-}
-
-bool LogCapture::hasStamp(const QString &text)
-{
-    return stampPattern().match(text).hasMatch();
 }

@@ -2,13 +2,10 @@
 #define LINKDECK_TESTS_LOGCAPTURE_H
 
 #include <QMutex>
-#include <QString>
 #include <QStringList>
-#include <QtGlobal>
 
 // Collects every log line written while it lives (from any thread) and forwards nothing.
-// Lines are matched exactly or with a time stamp ("hh:mm:ss:zzz: ", or "hh:mm:ss:zzz : " as one
-// line has it) taken off the front.
+// "Unstamped" texts have a leading time stamp ("hh:mm:ss:zzz: " or "hh:mm:ss:zzz : ") removed.
 class LogCapture
 {
 public:
@@ -26,18 +23,17 @@ public:
 
     QList<Line> lines() const;
     QStringList texts() const;
-    // The texts with a leading time stamp removed.
     QStringList unstamped() const;
-    bool contains(const QString &text) const;
-    bool containsUnstamped(const QString &text) const;
-    int count(const QString &text) const;
-    int countUnstamped(const QString &text) const;
-    // True when the given texts appear in this order (others may stand between them).
+    bool contains(const QString &text) const { return count(text) > 0; }
+    bool containsUnstamped(const QString &text) const { return countUnstamped(text) > 0; }
+    int count(const QString &text) const { return texts().count(text); }
+    int countUnstamped(const QString &text) const { return unstamped().count(text); }
+    // True when the given (unstamped) texts appear in this order, others between them allowed.
     bool containsInOrder(const QStringList &texts) const;
     void clear();
 
     static QString stripStamp(const QString &text);
-    static bool hasStamp(const QString &text);
+    static bool hasStamp(const QString &text) { return stripStamp(text) != text; }
 
 private:
     static void handler(QtMsgType type, const QMessageLogContext &context, const QString &msg);
