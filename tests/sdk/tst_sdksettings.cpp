@@ -46,27 +46,18 @@ QByteArray readBytes(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Writes <count> keys "<prefix><n>" = "value-<prefix><n>" into group "load"; the failures.
-int writeKeys(const QString &prefix, int count)
+// Writes (or, with check, reads back) keys "<prefix><n>" = "value-<prefix><n>" of group "load";
+// the keys whose write failed or that do not read back.
+QStringList keys(const QString &prefix, int count, bool check)
 {
-    int failures = 0;
+    QStringList failed;
     for (int i = 0; i < count; ++i) {
         const QString key = prefix + QString::number(i);
-        failures += setSetting("load", key, "value-" + key) != 0;
+        if (check ? getSetting("load", key) != "value-" + key
+                  : setSetting("load", key, "value-" + key) != 0)
+            failed.append(key);
     }
-    return failures;
-}
-
-// The keys of writeKeys(prefix, count) that do not read back as written.
-QStringList lostKeys(const QString &prefix, int count)
-{
-    QStringList lost;
-    for (int i = 0; i < count; ++i) {
-        const QString key = prefix + QString::number(i);
-        if (getSetting("load", key) != "value-" + key)
-            lost.append(key);
-    }
-    return lost;
+    return failed;
 }
 
 } // namespace
@@ -102,7 +93,6 @@ private slots:
         };
         for (const QStringList &e : entries)
             QCOMPARE(setSetting(e[0], e[1], e[2]), 0L);
-
         QVERIFY(readFromACopy());
         for (const QStringList &e : entries) {
             long status = -1;
@@ -188,13 +178,14 @@ private slots:
         std::atomic<int> failures{0};
         std::vector<std::thread> threads;
         for (int t = 0; t < 4; ++t)
-            threads.emplace_back([t, &failures] { failures += writeKeys(QString::number(t), 30); });
+            threads.emplace_back(
+                [t, &failures] { failures += keys(QString::number(t), 30, false).size(); });
         for (std::thread &thread : threads)
             thread.join();
-
         QCOMPARE(failures.load(), 0);
         QVERIFY(readFromACopy());
-        QCOMPARE(lostKeys("0", 30) + lostKeys("1", 30) + lostKeys("2", 30) + lostKeys("3", 30),
+        QCOMPARE(keys("0", 30, true) + keys("1", 30, true) + keys("2", 30, true) +
+                     keys("3", 30, true),
                  QStringList());
     }
 
@@ -209,8 +200,7 @@ private slots:
         QVERIFY(TestFiles::writeFile(go, ""));
 
         // Meanwhile a reader never sees a key vanish again: no torn or half-written file.
-        bool seen = false;
-        bool vanished = false;
+        bool seen = false, vanished = false;
         QDeadlineTimer deadline(60000);
         while (!deadline.hasExpired() && (writers[0].state() != QProcess::NotRunning ||
                                           writers[1].state() != QProcess::NotRunning)) {
@@ -225,7 +215,7 @@ private slots:
             QCOMPARE(writer.exitStatus(), QProcess::NormalExit);
             QCOMPARE(writer.exitCode(), 0);
         }
-        QCOMPARE(lostKeys("a", 200) + lostKeys("b", 200), QStringList());
+        QCOMPARE(keys("a", 200, true) + keys("b", 200, true), QStringList());
     }
 
 private:
@@ -247,7 +237,7 @@ int main(int argc, char **argv)
     if (argc == 4 && qstrcmp(argv[1], "--write") == 0) { // "--write <prefix> <go file>"
         for (int i = 0; i < 2000 && !QFile::exists(argv[3]); ++i)
             QThread::msleep(5);
-        return qMin(writeKeys(argv[2], 200), 99);
+        return qMin(int(keys(argv[2], 200, false).size()), 99);
     }
     QCoreApplication app(argc, argv);
     tst_SdkSettings test;
