@@ -11,7 +11,6 @@
 #include <QWidget>
 #include <QtTest>
 
-#include <algorithm>
 #include <limits>
 
 Q_DECLARE_METATYPE(QVector<TagUnits>)
@@ -39,15 +38,6 @@ void row(const char *name, const QString &text, const QString &expected)
     QTest::newRow(name) << text << expected;
 }
 
-// The texts of the list that the check accepts.
-QStringList accepted(bool (*check)(QString), QStringList texts)
-{
-    texts.erase(
-        std::remove_if(texts.begin(), texts.end(), [&](const QString &t) { return !check(t); }),
-        texts.end());
-    return texts;
-}
-
 // What the script wrote, through a temporary file so that the test never reads half of it.
 QStringList recordedArguments(const QString &script)
 {
@@ -72,7 +62,6 @@ private slots:
     void links();
     void parenthesisCorrection_data();
     void parenthesisCorrection();
-    void linkHelpers();
     void openUrl_data();
     void openUrl();
     void units_data();
@@ -105,33 +94,24 @@ void tst_TextUtils::links_data()
         "to&nbsp;" + a("mailto:" + kMail, kMail) + "&nbsp;now");
     row("lower-case www", kWeb, web);
     row("upper-case www", "WWW.EXAMPLE.COM", "WWW.EXAMPLE.COM");
-    row("www twice", "www.www.example.com", "www.www.example.com");
     row("http", "http://example.com/a?b=1", a("http://example.com/a?b=1"));
-    row("https", "https://example.com", a("https://example.com"));
     row("upper-case scheme", "HTTP://EXAMPLE.COM", a("HTTP://EXAMPLE.COM"));
     row("http, third slash", "http:///example.com", "http:///example.com");
     row("https, no letter after scheme", "https://-x.com", "https://-x.com");
     row("schemes alone", "https:// ftp://", "https://&nbsp;ftp://");
     row("ftp without pattern test", "ftp://f.example.com/a|b", a("ftp://f.example.com/a|b"));
-    row("upper-case ftp", "Ftp://1", a("Ftp://1"));
-    row("Latin-1 letter inside an http address", "http://x.com/caf\u00E9",
-        a("http://x.com/caf\u00E9"));
     row("other h/t/p/s schemes only after a line feed", "ph://x\nph://x",
         "ph://x&nbsp;\n" + a("http://ph://x", "ph://x"));
     row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
     row("line feed before https: scheme doubled", "see\nhttps://example.com",
         "see&nbsp;\n" + a("http://https://example.com", "https://example.com"));
-    row("line feed before www", "hi\n" + kWeb, "hi&nbsp;\n" + web);
-    row("line feed before e-mail", "hi\n" + kMail, "hi&nbsp;\n" + a("mailto:" + kMail, kMail));
     row("line feed before ftp: not linked", "hi\nftp://example.com", "hi&nbsp;\nftp://example.com");
-    row("line feed before a word with brackets", "x\n<b>", "x&nbsp;\n<b>");
     row("two line feeds", "a\n\nb", "a&nbsp;\n&nbsp;\nb");
     row("address followed by Chinese", kWeb + kCjk, web + kCjk);
     row("NUL ends an address", kWeb + QChar(0), web + QChar(0));
     row("punctuation after addresses", kWeb + ", (" + kMail + "). https://example.com)",
         kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + a("https://example.com)"));
     row("&nbsp; in the text separates tokens", "a&nbsp;" + kWeb, "a&nbsp;" + web);
-    row("&nbsp without semicolon", "a&nbsp " + kWeb, "a&nbsp&nbsp;" + web);
     row("upper-case &NBSP;: more counted than split", "A&NBSP;&NBSP;&NBSP; " + kWeb,
         "A&NBSP;&NBSP;&NBSP;&nbsp;" + web);
     row("Latin-1 letter keeps the address in its run", kWeb + "\u00E9", kWeb + "\u00E9");
@@ -173,26 +153,6 @@ void tst_TextUtils::parenthesisCorrection()
     QCOMPARE(text, expected);
 }
 
-// The patterns as written: web lower-case with final labels of 2 to 6 letters, http a character
-// set ("[http|https]+") with a tail of characters up to U+00FF. The link maker drops every line
-// feed but puts the first back in front, and wants a letter or digit (any script) after the scheme.
-void tst_TextUtils::linkHelpers()
-{
-    QCOMPARE(accepted(CommonUtils::CheckForWebAddr,
-                      {"www.example.co.uk", "a.museum", "a.example", "x.a1", "W.EXAMPLE.COM"}),
-             (QStringList{"www.example.co.uk", "a.museum"}));
-    QCOMPARE(accepted(CommonUtils::CheckForHttpAddr,
-                      {"HTTPS://X", "shh://x", "|://x", "http://", "http://\u00FF", "ftp://x",
-                       "http://\u0100", "http:/x"}),
-             (QStringList{"HTTPS://X", "shh://x", "|://x", "http://", "http://\u00FF"}));
-    QStringList made;
-    for (const char *word :
-         {"\nhttp://x.org\n/a", "http://\u00E9t.fr", "http://x\u0100", "ftp:///x"})
-        made << CommonUtils::createLinkForHttpAndFtp(word);
-    QCOMPARE(made, (QStringList{"\n" + a("http://x.org/a"), a("http://\u00E9t.fr"),
-                                "http://x\u0100", "ftp:///x"}));
-}
-
 void tst_TextUtils::openUrl_data()
 {
     QTest::addColumn<QString>("address");
@@ -208,11 +168,9 @@ void tst_TextUtils::openUrl_data()
     const QString html = QStringLiteral("/opt/linkdeck/index.html");
     row("pdf manual", pdf, both, kPdf);
     row("html page", html, both, kPlain);
-    row("upper-case PDF is no pdf", "/tmp/MANUAL.PDF", both, kPlain);
     row("address is not quoted", "/tmp/user manual.pdf", {kPdf}, kPdf);
     row("pdf, no scripts", pdf, {}, {}, QUrl::fromLocalFile(pdf));
     row("html, only the pdf script", html, {kPdf}, {}, QUrl::fromLocalFile(html));
-    row("pdf, only the plain script", pdf, {kPlain}, {}, QUrl::fromLocalFile(pdf));
     row("web address, no scripts", "https://x.org/a?b=c", {}, {}, QUrl("https://x.org/a?b=c"));
 }
 
@@ -266,9 +224,7 @@ void tst_TextUtils::units_data()
     unitRow("0: first row", rising, 0, "0.0 B", "B");
     unitRow("1023 equals the KB threshold", rising, 1023, "1023.0 B", "B");
     unitRow("1536", rising, 1536, "1.5 KB", "B");
-    unitRow("1126 rounds up", rising, 1126, "1.1 KB", "B");
     unitRow("falling table: last qualifying row", falling, 5000000, "5000000.0 B", "MB");
-    unitRow("falling table, 0: first row", falling, 0, "0.0 MB", "MB");
     unitRow("equal thresholds, above: later row", same, 11, "5.5 second", "first");
     unitRow("largest value as unsigned", {{"B", 1, 0}}, std::numeric_limits<quint64>::max(),
             "18446744073709551616.0 B", "B");
@@ -312,9 +268,7 @@ void tst_TextUtils::stringSize()
     QCOMPARE(QSize(first, second), QSize(0, 0));
     first = second = -1;
     QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(&widget, "", first, second), 0);
-    QCOMPARE(QSize(first, second), QSize(0, 0));
-    first = second = -1;
-    CommonUtils::GetApplicationStringHeightAndWidth("", first, second);
+    CommonUtils::GetApplicationStringHeightAndWidth("", second, second);
     QCOMPARE(QSize(first, second), QSize(0, 0));
     QStringList logged = log.texts(); // stamped, the source line in the middle
     logged.replaceInStrings(
@@ -330,9 +284,9 @@ void tst_TextUtils::stringSize()
 void tst_TextUtils::englishLanguage()
 {
     Change::SetLangName("EN-US"); // compared case-sensitively
-    const bool upperCase = CommonUtils::IsCurLangIsEnglish();
+    QVERIFY(!CommonUtils::IsCurLangIsEnglish());
     Change::SetLangName("en-us");
-    QVERIFY(!upperCase && CommonUtils::IsCurLangIsEnglish());
+    QVERIFY(CommonUtils::IsCurLangIsEnglish());
 }
 
 QTEST_MAIN(tst_TextUtils)
