@@ -5,6 +5,7 @@
 #include "PluginContainer.h"
 #include "TestFiles.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <memory>
@@ -13,30 +14,26 @@ const QString kSource = QStringLiteral("../../src/core/PluginContainer/PluginCon
 
 inline QString pcLine(const char *function, const QString &rest)
 {
-    return kSource + QStringLiteral(": ") + QLatin1String(function) + QStringLiteral(": ") + rest;
+    return kSource + ": " + function + ": " + rest;
 }
 
 // What the test plugins logged, in order: their line "@Load:Alpha" gives "Load:Alpha".
 inline QStringList events(const LogCapture &log, const QString &prefix = QString())
 {
-    QStringList result;
-    for (const QString &text : log.texts()) {
-        if (text.startsWith(QLatin1Char('@') + prefix))
-            result.append(text.mid(1));
-    }
-    return result;
+    return log.texts()
+        .filter(QRegularExpression("^@" + prefix))
+        .replaceInStrings(QRegularExpression("^@"), "");
 }
 
 // The container with its internal operations and state opened up for the tests.
 class ContainerProbe : public PluginContainer
 {
 public:
-    using PluginContainer::PluginContainer;
-
     using PluginContainer::disableAllPlugins;
     using PluginContainer::getDeviceName;
     using PluginContainer::getPlugin;
     using PluginContainer::isPluginInList;
+    using PluginContainer::PluginContainer;
     using PluginContainer::populatePluginInfo;
     using PluginContainer::removePluginInfo;
     using PluginContainer::unloadAllPlugins;
@@ -53,10 +50,9 @@ public:
     QStringList enabledClsids() const
     {
         QStringList clsids;
-        for (const PluginInfo *info : *m_pListPlugins) {
+        for (const PluginInfo *info : *m_pListPlugins)
             if (info->IsEnabled())
                 clsids.append(info->Clsid());
-        }
         return clsids;
     }
 
@@ -66,9 +62,12 @@ public:
     {
         QStringList texts;
         for (const PluginInfo *i : *m_pListPlugins) {
-            const QString flags = QString(i->IsActive() ? "a" : "") + (i->IsStatic() ? "s" : "") +
-                                  (i->IsSettingTitle() ? "t" : "") + (i->IsEnabled() ? "e" : "") +
-                                  (i->IsLoaded() ? "l" : "") + (i->IsInitialized() ? "i" : "");
+            QString flags;
+            const bool set[] = {i->IsActive(),  i->IsStatic(), i->IsSettingTitle(),
+                                i->IsEnabled(), i->IsLoaded(), i->IsInitialized()};
+            for (int f = 0; f < 6; ++f)
+                flags += set[f] ? QString("asteli")[f] : QChar();
+            flags.remove(QChar());
             texts.append(shortly ? i->Clsid() + '=' + flags
                                  : QStringList{i->Name(), i->Clsid(), i->Url(),
                                                QString::number(i->Type()), flags}
@@ -80,13 +79,8 @@ public:
 
 struct PluginEntry
 {
-    QString name;
-    QString clsid;
-    QString url;
-    bool active = true;
-    bool isStatic = false;
-    bool settingTitle = false;
-    int type = 0;
+    QString name, clsid, url;
+    bool active = true, isStatic = false;
 };
 
 inline QByteArray pluginsLibFile(const QString &mainPlugin, const QList<PluginEntry> &plugins)
@@ -96,20 +90,9 @@ inline QByteArray pluginsLibFile(const QString &mainPlugin, const QList<PluginEn
     for (const PluginEntry &p : plugins)
         xml += "<plugin><name>" + p.name.toUtf8() + "</name><clsid>" + p.clsid.toUtf8() +
                "</clsid><url>" + p.url.toUtf8() + "</url><active>" + flag(p.active) +
-               "</active><type>" + QByteArray::number(p.type) + "</type><setting_title>" +
-               flag(p.settingTitle) + "</setting_title><static>" + flag(p.isStatic) +
-               "</static></plugin>\n";
+               "</active><type>0</type><setting_title>false</setting_title><static>" +
+               flag(p.isStatic) + "</static></plugin>\n";
     return xml + "</plugins>\n";
-}
-
-// Records P1/C1/u1 to Pn/Cn/un.
-inline QList<PluginEntry> numberedPlugins(int count)
-{
-    QList<PluginEntry> plugins;
-    for (int i = 1; i <= count; ++i)
-        plugins.append(
-            {"P" + QString::number(i), "C" + QString::number(i), "u" + QString::number(i)});
-    return plugins;
 }
 
 // "common" items, then further sections given as XML.
@@ -134,13 +117,13 @@ inline QByteArray deviceSection(const QString &device, const QStringList &add,
 
 inline QString appConfigPath(const QString &file)
 {
-    return TestFiles::appDir() + QStringLiteral("/config/") + file;
+    return TestFiles::appDir() + "/config/" + file;
 }
 
 inline void freshConfig()
 {
     TestFiles::useFreshSettings();
-    TestFiles::removeAppPath(QStringLiteral("/config"));
+    TestFiles::removeAppPath("/config");
 }
 
 // Writes both files and builds a container from them, waiting until its initialisation thread
@@ -148,11 +131,10 @@ inline void freshConfig()
 inline std::unique_ptr<ContainerProbe>
 makeContainer(const QByteArray &pluginsLib, const QByteArray &pluginsConfig, int waitMs = 5000)
 {
-    TestFiles::writeAppFile(QStringLiteral("/config/pluginslib.xml"), pluginsLib);
-    TestFiles::writeAppFile(QStringLiteral("/config/PluginsConfig.xml"), pluginsConfig);
-    auto container =
-        std::make_unique<ContainerProbe>(appConfigPath(QStringLiteral("pluginslib.xml")),
-                                         appConfigPath(QStringLiteral("PluginsConfig.xml")), true);
+    TestFiles::writeAppFile("/config/pluginslib.xml", pluginsLib);
+    TestFiles::writeAppFile("/config/PluginsConfig.xml", pluginsConfig);
+    auto container = std::make_unique<ContainerProbe>(appConfigPath("pluginslib.xml"),
+                                                      appConfigPath("PluginsConfig.xml"), true);
     static_cast<void>(
         QTest::qWaitFor([&] { return container->IsPluginsConfigInitialized(); }, waitMs));
     return container;

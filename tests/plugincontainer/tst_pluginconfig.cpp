@@ -22,10 +22,15 @@ QString errorLine(const char *format, const QByteArray &xml, const QString &file
         .arg(reader.columnNumber());
 }
 
-std::unique_ptr<ContainerProbe> makeSix(const QStringList &common, const QByteArray &sections)
+// Records P1/C1/u1 to Pn/Cn/un.
+std::unique_ptr<ContainerProbe> makeNumbered(const QStringList &common, const QByteArray &sections,
+                                             int count = 6)
 {
-    return makeContainer(pluginsLibFile("Main", numberedPlugins(6)),
-                         pluginsConfigFile(common, sections));
+    QList<PluginEntry> plugins;
+    for (int i = 1; i <= count; ++i)
+        plugins.append(
+            {"P" + QString::number(i), "C" + QString::number(i), "u" + QString::number(i)});
+    return makeContainer(pluginsLibFile("Main", plugins), pluginsConfigFile(common, sections));
 }
 
 QString finding(const char *what)
@@ -95,12 +100,10 @@ void TestPluginConfig::pluginLibraryFile()
     QVERIFY(log.containsInOrder({pcLine("populatePluginInfo", "m_strMainPlugin = First"),
                                  pcLine("populatePluginInfo", "m_strMainPlugin = XFramePlugin")}));
 
-    QVERIFY(!container->IsPluginLoaded("dup"));
-    QVERIFY(!container->isPluginInList("dup"));
+    // Clsids are compared exactly.
+    QVERIFY(!container->IsPluginLoaded("dup") && !container->isPluginInList("dup") &&
+            !container->IsPluginAvailable("dup") && container->GetLastError() == 0);
     QCOMPARE(container->GetPluginType("dup"), -1);
-    QCOMPARE(container->GetPluginNameByClsid("dup"), QString());
-    QVERIFY(!container->IsPluginAvailable("dup"));
-    QCOMPARE(container->GetLastError(), 0);
 
     // Both passes of disableAllPlugins reach records sharing a clsid; removal takes the hash's
     // record, the later one, out of the list.
@@ -144,10 +147,11 @@ void TestPluginConfig::missingAndUnreadableFiles()
     QVERIFY(QDir().mkpath(directory));
     ContainerProbe container(missing, directory, true);
     QVERIFY(QTest::qWaitFor([&] { return container.IsPluginsConfigInitialized(); }, 5000));
-    QVERIFY(log.contains("File " + missing + " does not exist"));
-    QVERIFY(log.contains("Failed to open file " + directory));
-    QVERIFY(log.contains(pcLine("PluginContainer", "DeviceMgrUIPlugin LOAD FAILED !!!,,,")));
-    QVERIFY(log.contains(pcLine("PluginContainer", "entered, strPluginsFile = " + missing)));
+    for (const QString &line :
+         {"File " + missing + " does not exist", "Failed to open file " + directory,
+          pcLine("PluginContainer", "DeviceMgrUIPlugin LOAD FAILED !!!,,,"),
+          pcLine("PluginContainer", "entered, strPluginsFile = " + missing)})
+        QVERIFY2(log.contains(line), qPrintable(line));
     // No language file for the main frame: a stamped line, and the language falls back.
     const QString langLine = log.texts().filter("load XFramePlugin lan file failed").value(0);
     QVERIFY(LogCapture::hasStamp(langLine));
@@ -155,8 +159,7 @@ void TestPluginConfig::missingAndUnreadableFiles()
              pcLine("PluginContainer", "load XFramePlugin lan file failed"));
     QCOMPARE(Change::GetLangName(), QStringLiteral("en-us"));
     QVERIFY(container.records().isEmpty() && container.commonSet().isEmpty());
-    QVERIFY(!container.populatePluginInfo(missing));
-    QVERIFY(!container.populatePluginInfo(directory));
+    QVERIFY(!container.populatePluginInfo(missing) && !container.populatePluginInfo(directory));
 }
 
 // "D1" lacks its "plugin" child, so it runs on to the end of the next section's "plugin".
@@ -166,8 +169,7 @@ void TestPluginConfig::commonAndDeviceSections()
                                 "<device name=\"D1\"><add clsid=\"C1\"/></device>\n" +
                                 deviceSection("D2", {"C2"}, {"C3"});
     LogCapture log;
-    auto container = makeContainer(pluginsLibFile("Main", numberedPlugins(3)),
-                                   pluginsConfigFile({"C1", "GHOST"}, sections));
+    auto container = makeNumbered({"C1", "GHOST"}, sections, 3);
     QCOMPARE(container->commonSet(), QSet<QString>{"C1"});
     QCOMPARE(container->enabledClsids(), QStringList{"C1"});
     QCOMPARE(container->enableList("common") + container->enableList("Dev1") +
@@ -210,12 +212,12 @@ void TestPluginConfig::precedence()
     QFETCH(bool, check);
     CommonUtils::SetSettings("customize", "operator", "OpA");
     LogCapture log;
-    auto container = makeSix({"C1", "C2", "C5"},
-                             deviceSection("OpA", {"C3", "GHOST"}, {"C5", "GHOST"}, "customize") +
-                                 deviceSection("OpB", {"C4"}, {"C1"}, "customize") +
-                                 deviceSection("Dev", {"C4", "C6", "C5"}, {"C1", "C6"}) +
-                                 deviceSection("Other", {"C4", "C3"}, {}) +
-                                 deviceSection("Ghostly", {"C5"}, {"C5"}));
+    auto container = makeNumbered(
+        {"C1", "C2", "C5"}, deviceSection("OpA", {"C3", "GHOST"}, {"C5", "GHOST"}, "customize") +
+                                deviceSection("OpB", {"C4"}, {"C1"}, "customize") +
+                                deviceSection("Dev", {"C4", "C6", "C5"}, {"C1", "C6"}) +
+                                deviceSection("Other", {"C4", "C3"}, {}) +
+                                deviceSection("Ghostly", {"C5"}, {"C5"}));
     QVERIFY(log.contains("getDeviceName: m_strCustomizeName =>OpA<="));
     QCOMPARE(log.texts().filter(QRegularExpression("^(readCustomizeElements|removed )")),
              (QStringList{"readCustomizeElements: C3 will be enabled by default",
@@ -239,7 +241,7 @@ void TestPluginConfig::precedence()
 // A device's list is applied most recently filed first.
 void TestPluginConfig::applicationLogsItsSteps()
 {
-    auto container = makeSix({"C1"}, deviceSection("Dev", {"C2", "C4"}, {"C6"}));
+    auto container = makeNumbered({"C1"}, deviceSection("Dev", {"C2", "C4"}, {"C6"}));
     LogCapture log;
     container->ApplyCustomizationForDevice("Dev");
     QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C2", "C4"}));
@@ -281,9 +283,9 @@ void TestPluginConfig::isCustomizationForDevice()
     QFETCH(QStringList, enabled);
     QFETCH(QString, device);
     QFETCH(QString, line);
-    auto container =
-        makeSix({"C1"}, deviceSection("DevA", {"C2"}, {"C3"}) + deviceSection("DevB", {"C4"}, {}) +
-                            deviceSection("DevC", {}, {"C1"}));
+    auto container = makeNumbered({"C1"}, deviceSection("DevA", {"C2"}, {"C3"}) +
+                                              deviceSection("DevB", {"C4"}, {}) +
+                                              deviceSection("DevC", {}, {"C1"}));
     container->disableAllPlugins();
     for (const QString &clsid : enabled)
         container->updatePluginInfo(clsid, true);
@@ -295,8 +297,8 @@ void TestPluginConfig::isCustomizationForDevice()
 
 void TestPluginConfig::deviceSwitchAppendsToTheLists()
 {
-    auto container = makeSix({"C1", "C3"}, deviceSection("DevA", {"C2", "C5"}, {"C3"}) +
-                                               deviceSection("DevC", {}, {"C1"}));
+    auto container = makeNumbered({"C1", "C3"}, deviceSection("DevA", {"C2", "C5"}, {"C3"}) +
+                                                    deviceSection("DevC", {}, {"C1"}));
     QList<QString> enabled{"keep"};
     QList<QString> disabled{"kept"};
     container->HandleDeviceSwitched("DevA", enabled, disabled);
