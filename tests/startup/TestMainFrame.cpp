@@ -41,7 +41,6 @@ public:
         m_pWindow = new QWidget(pParent);
         m_pWindow->show();
     }
-
     QWidget *GetMainWindow() override
     {
         return m_pWindow;

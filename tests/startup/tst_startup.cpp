@@ -19,7 +19,7 @@ const QByteArray kFunctionFalse = "<function><splash>false</splash></function>";
 
 QString line(const char *function, const QString &text)
 {
-    return kSource + QStringLiteral(": ") + QLatin1String(function) + QStringLiteral(": ") + text;
+    return kSource + ": " + function + ": " + text;
 }
 
 QByteArray operatorPart(const char *name, const char *splash, const char *device = "")
@@ -59,8 +59,18 @@ class tst_Startup : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init()
+    {
+        TestFiles::useFreshSettings();
+        // A plain PBM image: the splash image format is detected from its content.
+        QVERIFY(TestFiles::writeAppFile(kSplashImage, "P1\n2 1\n0 1\n"));
+    }
+    void cleanup()
+    {
+        m_pStartup.reset();
+        int elapsed = 0;
+        delete Startup::GetSplashScreen(elapsed);
+    }
 
     void splashDecision_data();
     void splashDecision();
@@ -71,20 +81,6 @@ private slots:
 private:
     std::unique_ptr<Startup> m_pStartup;
 };
-
-void tst_Startup::init()
-{
-    TestFiles::useFreshSettings();
-    // A plain PBM image: the splash image format is detected from its content.
-    QVERIFY(TestFiles::writeAppFile(kSplashImage, "P1\n2 1\n0 1\n"));
-}
-
-void tst_Startup::cleanup()
-{
-    m_pStartup.reset();
-    int elapsed = 0;
-    delete Startup::GetSplashScreen(elapsed);
-}
 
 void tst_Startup::splashDecision_data()
 {
@@ -123,7 +119,6 @@ void tst_Startup::splashDecision()
     QFETCH(QByteArray, config);
     QFETCH(QString, operatorName);
     QFETCH(int, logged);
-
     writeConfiguration("TestFrame", config);
     CommonUtils::SetSettings("customize", "operator", operatorName);
     LogCapture log;
@@ -139,8 +134,7 @@ void tst_Startup::splashDecision()
     int elapsed = -1;
     std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
     QCOMPARE(bool(splash), logged == 1);
-    if (splash)
-        QVERIFY(splash->isVisible() && !splash->pixmap().isNull());
+    QVERIFY(!splash || (splash->isVisible() && !splash->pixmap().isNull()));
 }
 
 void tst_Startup::startUpAndShutDown()
@@ -166,9 +160,8 @@ void tst_Startup::startUpAndShutDown()
     QTest::qWait(60);
     int elapsed = -1;
     std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-    QVERIFY(splash && splash->isVisible() && splash->pixmap().isNull());
-    QVERIFY(elapsed >= 60);
-    QVERIFY(!Startup::GetSplashScreen(elapsed));
+    QVERIFY(splash && splash->isVisible() && splash->pixmap().isNull() && elapsed >= 60);
+    QVERIFY(!Startup::GetSplashScreen(elapsed)); // handed over once
 
     log.clear();
     m_pStartup.reset();
@@ -192,16 +185,14 @@ void tst_Startup::missingMainFrame()
 {
     QFETCH(QString, mainPlugin);
     QFETCH(QStringList, lines);
-
     writeConfiguration(mainPlugin, QByteArray());
     LogCapture log;
     m_pStartup = std::make_unique<Startup>(true);
 
     const QString prefix = line("loadMainFramePlugin", QString());
     QCOMPARE(log.unstamped().filter(prefix).replaceInStrings(prefix, QString()), lines);
-    QVERIFY(Startup::GetPluginContainer());
+    QVERIFY(Startup::GetPluginContainer() && !Startup::GetMainFrameService());
     QCOMPARE(bool(Startup::GetMainFrame()), lines.size() > 2);
-    QVERIFY(!Startup::GetMainFrameService());
     QVERIFY(log.texts().filter("TestMainFrame: Create").isEmpty());
     QVERIFY(!m_pStartup->loadMainFramePlugin());
 }
