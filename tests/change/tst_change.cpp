@@ -3,7 +3,10 @@
 #include "LogCapture.h"
 #include "TestFiles.h"
 
+#include <QApplication>
 #include <QBuffer>
+#include <QPushButton>
+#include <QStyle>
 #include <QThread>
 #include <QtTest>
 
@@ -172,7 +175,36 @@ private slots:
         qDeleteAll(threads);
         QCOMPARE(wrong.loadRelaxed(), 0);
     }
+
+    // A missing skin file changes nothing; a skin puts our style under the sheet, every time.
+    void skins()
+    {
+        qApp->setStyleSheet("QWidget { color: red; }");
+        QStyle *before = QApplication::style();
+        const QString missing = TestFiles::appDir() + "/skin/none.qss";
+        LogCapture log;
+        QVERIFY(!Change::ChangSkin(qApp, missing));
+        QCOMPARE(log.texts(),
+                 QStringList{"../../src/core/Change/Change: ChangSkin: File does not exist or "
+                             "failed to open " +
+                             missing});
+        QCOMPARE(log.lines().first().type, QtDebugMsg);
+        QCOMPARE(qApp->styleSheet(), QString("QWidget { color: red; }"));
+        QCOMPARE(QApplication::style(), before);
+
+        const QByteArray sheet = "QPushButton#Core_ButtonClose { background: #123456; }";
+        QVERIFY(TestFiles::writeAppFile("/skin/IDS_SKIN_DEFAULT.qss", sheet));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(Change::ChangSkin(qApp, TestFiles::appDir() + "/skin/IDS_SKIN_DEFAULT.qss"));
+        QCOMPARE(qApp->styleSheet(), QString::fromUtf8(sheet));
+        // The style sheet wraps the installed style; the metrics show that ours is underneath.
+        QVERIFY(QApplication::style()->inherits("QStyleSheetStyle"));
+        QPushButton button("x");
+        button.show();
+        QCOMPARE(button.style()->pixelMetric(QStyle::PM_ScrollBarExtent), 13);
+        QCOMPARE(button.style()->pixelMetric(QStyle::PM_ScrollBarSliderMin), 15);
+    }
 };
 
-QTEST_GUILESS_MAIN(tst_Change)
+QTEST_MAIN(tst_Change)
 #include "tst_change.moc"
