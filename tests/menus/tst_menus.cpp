@@ -277,25 +277,6 @@ void tst_Menus::builtMenus()
     QVERIFY(pSub && !pSub->parent());
     delete records.at(1).action;
     QVERIFY(!pSub);
-
-    // A popup inside a popup is not shown, and a popup without a child list ends the menu. Files
-    // cannot describe these trees; they are made by moving entries of a read one.
-    MENU::MenuParse parser(
-        kPlugin, writeMenuFile(doc("[null:Main] POPUP:OUTER=Outer POPUP:INNER=Inner POPUP:P=P "
-                                   "ITEM:C=C [/] [Outer] ITEM:A=A SEP ITEM:B=B [/] [Inner] "
-                                   "ITEM:DEEP=Deep [/]")));
-    MENU::STMENUINFO *pMain = parser.GetMenuInfoList()->first();
-    QList<MENU::MenuXmlInfo *> *pTop = pMain->pMenuItemList;
-    // A new child list may carry the entries of the old one over.
-    pTop->first()->SetPopupMenuList(new QList(*pTop->first()->GetPopupMenuList()));
-    pTop->first()->GetPopupMenuList()->insert(1, pTop->takeAt(1));
-    pTop->at(1)->releaseXMlInfo();
-    QMenu menu;
-    records.clear();
-    QVERIFY(!empty.AddMenuItem(pMain, &menu, &parent, &records));
-    QCOMPARE(
-        shownText(&menu) + " / " + recordsText(records),
-        QStringLiteral("Outer[A | B] P / IDS_OUTER@=Outer IDS_A@Outer=A IDS_B@Outer=B IDS_P@=P"));
 }
 
 void tst_Menus::shippedMenuFileOperatorCase()
