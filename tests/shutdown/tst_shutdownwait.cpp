@@ -12,21 +12,6 @@ const QString kStartWait = kSource + ": WaitThreadsStop: start ThreadFinished.wa
 const QString kEndWait = kSource + ": WaitThreadsStop: end ThreadFinished.wait";
 const char kNotifyClsid[] = "C986A689-A5F6-4215-84BD-39BA626F1F57";
 
-QByteArray pluginLibrary()
-{
-    return QByteArray("<plugins>\n"
-                      "  <plugin><name>NotifyPlugin</name><clsid>") +
-           kNotifyClsid +
-           "</clsid><url>.\\NotifyPlugin.dll</url>"
-           "<active>true</active><type>3</type><setting_title>false</setting_title>"
-           "<static>true</static></plugin>\n"
-           "</plugins>\n";
-}
-
-QByteArray pluginsConfig()
-{
-    return QByteArray("<config><common><item clsid=\"") + kNotifyClsid + "\"/></common></config>\n";
-}
 } // namespace
 
 // The shut-down wait, in the order a process lives through it: the budget of twenty waits is
@@ -39,8 +24,14 @@ private slots:
     void initTestCase()
     {
         TestFiles::useFreshSettings();
-        QVERIFY(TestFiles::writeAppFile("/config/pluginslib.xml", pluginLibrary()));
-        QVERIFY(TestFiles::writeAppFile("/config/PluginsConfig.xml", pluginsConfig()));
+        QVERIFY(TestFiles::writeAppFile(
+            "/config/pluginslib.xml",
+            QByteArray("<plugins><plugin><name>NotifyPlugin</name><clsid>") + kNotifyClsid +
+                "</clsid><url>.\\NotifyPlugin.dll</url><active>true</active><type>3</type>"
+                "<static>true</static></plugin></plugins>\n"));
+        QVERIFY(TestFiles::writeAppFile("/config/PluginsConfig.xml",
+                                        QByteArray("<config><common><item clsid=\"") +
+                                            kNotifyClsid + "\"/></common></config>\n"));
     }
 
     void withoutContainerOnlyLogs()
