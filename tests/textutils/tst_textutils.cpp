@@ -1,4 +1,3 @@
-#include "Change.h"
 #include "CommonUtils.h"
 
 #include "LogCapture.h"
@@ -232,13 +231,6 @@ private slots:
                  (QStringList{"GetWidgetStringHeightAndWidth: Bad input Param",
                               "GetWidgetStringHeightAndWidth: Empty String in the widget",
                               "GetApplicationStringHeightAndWidth: Empty String in the widget"}));
-    }
-    void englishLanguage()
-    {
-        Change::SetLangName("EN-US"); // compared case-sensitively
-        QVERIFY(!CommonUtils::IsCurLangIsEnglish());
-        Change::SetLangName("en-us");
-        QVERIFY(CommonUtils::IsCurLangIsEnglish());
     }
 
 private:
