@@ -1,7 +1,6 @@
-// The plugins behind the shortcut tests: one source, built once per role. SHORTCUT_TAG names the
-// plugin; its window, layout widget and last used device carry the tag, and MakeCall logs
-// "<tag>: MakeCall <number> <flag>". Built with SHORTCUT_BARE it answers every interface number
-// with an object that implements none of the interfaces.
+// The shortcut tests' plugins, built once per role. SHORTCUT_TAG names the plugin's window,
+// layout widget and last used device; MakeCall logs "<tag>: MakeCall <number> <flag>". Built with
+// SHORTCUT_BARE it answers every interface number with an object implementing none of them.
 #include "PluginInterfaces.h"
 
 #include <NexoSim.h>
@@ -21,11 +20,7 @@ class ShortcutPlugin : public QObject,
     Q_PLUGIN_METADATA(IID IBasePlugin_iid)
     Q_INTERFACES(IBasePlugin IUIPlugin IMainFrameUIService IDeviceMgr ILayout ICallUIPlugin)
 public:
-    void Release() override
-    {
-        delete m_pWindow;
-        delete m_pLayout;
-    }
+    void Release() override { delete m_pWidget; }
     int GetLastError() override { return 0; }
     bool Initialize() override { return true; }
     bool QueryInterface(int, QObject **ppInterface) override
@@ -37,44 +32,22 @@ public:
 #endif
         return true;
     }
-    void Create(QWidget *, const QRect &) override
-    {
-        m_pWindow = tagged();
-    }
-    QWidget *GetMainWindow() override
-    {
-        return m_pWindow;
-    }
-    QString GetLayoutPluginClsid() override
-    {
-        return QStringLiteral(SHORTCUT_LAYOUT_CLSID);
-    }
-    bool IsCustomTitleBar() override
-    {
-        return false;
-    }
-    int GetTitleHeight() override
-    {
-        return 0;
-    }
-    int GetFrameWidth() override
-    {
-        return 0;
-    }
+    void Create(QWidget *, const QRect &) override { GetLayoutWidget(); }
+    QWidget *GetMainWindow() override { return m_pWidget; }
+    QString GetLayoutPluginClsid() override { return QStringLiteral(SHORTCUT_LAYOUT_CLSID); }
+    bool IsCustomTitleBar() override { return false; }
+    int GetTitleHeight() override { return 0; }
+    int GetFrameWidth() override { return 0; }
     // The container waits for the device after this; the simulator's detection ends the wait.
-    void StartDetectDevice() override
-    {
-        NexoSim_StartDetection();
-    }
-    QString GetLastUsedDevice() override
-    {
-        return QStringLiteral(SHORTCUT_TAG);
-    }
+    void StartDetectDevice() override { NexoSim_StartDetection(); }
+    QString GetLastUsedDevice() override { return QStringLiteral(SHORTCUT_TAG); }
     QWidget *GetLayoutWidget() override
     {
-        if (!m_pLayout)
-            m_pLayout = tagged();
-        return m_pLayout;
+        if (!m_pWidget) {
+            m_pWidget = new QWidget;
+            m_pWidget->setObjectName(QStringLiteral(SHORTCUT_TAG));
+        }
+        return m_pWidget;
     }
     void MakeCall(const QString &strNumber, int iFlag) override
     {
@@ -82,16 +55,8 @@ public:
     }
 
 private:
-    static QWidget *tagged()
-    {
-        auto *pWidget = new QWidget;
-        pWidget->setObjectName(QStringLiteral(SHORTCUT_TAG));
-        return pWidget;
-    }
-
     QObject m_bare;
-    QPointer<QWidget> m_pWindow;
-    QPointer<QWidget> m_pLayout;
+    QPointer<QWidget> m_pWidget;
 };
 
 #include "ShortcutPlugin.moc"
