@@ -4,6 +4,7 @@
 #include "CoreGlobal.h"
 
 #include <QList>
+#include <QMessageBox>
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -108,6 +109,15 @@ public:
     // Gives the widget the name ("_Ru" appended outside English) and the skin style sheet, so
     // that rules for the name apply.
     static void setObjectNameExForLDK(QWidget *pWidget, QString strName);
+
+    // ---- Message boxes ------------------------------------------------------------------------
+    // The photo editor's question: QMessageBox::Ok for the first button, QMessageBox::No for the
+    // second and QMessageBox::Cancel for anything else. A null parent means the main window.
+    static int ShowMessageForPhotoEdit(QMessageBox::Icon icon, QWidget *pParent, QString strTitle,
+                                       QString strText, QString strYesId, QString strRejectId,
+                                       QString strNoId, bool bBeep, QFlags<Qt::WindowType> flags,
+                                       QDialog **ppDialog = nullptr,
+                                       QString strDefaultId = QString(), bool bShowClose = false);
 };
 
 #endif // LINKDECK_COMMONUTILS_H
