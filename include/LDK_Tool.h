@@ -6,10 +6,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QString>
 #include <QWidget>
 
-class QMouseEvent;
 class QPixmap;
 class QPushButton;
 class QVBoxLayout;
