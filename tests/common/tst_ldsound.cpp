@@ -24,7 +24,7 @@ QStringList soundLines(const LogCapture &log)
     QStringList lines;
     for (const LogCapture::Line &line : log.lines())
         if (line.category == "linkdeck.core.sound")
-            lines << line.text.mid(kSource.size());
+            lines << QString(line.text).replace(kSource, "");
     return lines;
 }
 

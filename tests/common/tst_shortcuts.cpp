@@ -147,39 +147,27 @@ private slots:
         QCOMPARE(CommonUtils::IsPluginAvailable(kCall), !roles.isEmpty() && roles[4] != "Off");
     }
 
-    void embedList_data()
-    {
-        QTest::addColumn<QStringList>("records"); // "clsid type"
-        QTest::addColumn<QStringList>("embedded");
-
-        const QString a = "AAAA0000-0000-4000-8000-000000000001";
-        const QString b = "BBBB0000-0000-4000-8000-000000000002";
-        QStringList helpers{kFrame + " 0",
-                            "140B81C0-F62B-4ee0-9897-BDC3F8F03B18 0",
-                            "D2AB6727-AF80-4ef7-B37E-F217803B85A4 0",
-                            "FCDC307E-06DC-4dfa-AC83-834D0E306D48 0",
-                            "385BDF98-9AA3-4121-9FBB-CACB1CD9608B 0",
-                            "881EA87E-882C-4f22-961C-466E0686F707 0",
-                            "90DC623D-19BD-4dee-8940-470AD75BB60E 0"};
-        QTest::newRow("helpers side by side all taken out")
-            << QStringList{a + " 0"} + helpers + QStringList{b + " 0"} << QStringList{a, b};
-        QTest::newRow("only helpers") << helpers << QStringList();
-        QTest::newRow("compared exactly, other types left out, file order kept")
-            << QStringList{b + " 0", kFrame.toLower() + " 0", a + " 1"}
-            << QStringList{b, kFrame.toLower()};
-    }
+    // Helpers side by side are all taken out; clsids compared exactly; other types left out.
     void embedList()
     {
-        QFETCH(QStringList, records);
-        QFETCH(QStringList, embedded);
         QCOMPARE(CommonUtils::GetUIEmbedPlugibList(), QList<QString>());
-        for (QString &r : records)
-            r = "P" + r.left(4) + " " + r.replace(" ", " Off ");
+        const QString a = "AAAA0000-0000-4000-8000-000000000001", lower = kFrame.toLower();
+        const QStringList clsids =
+            QString(a +
+                    " 140B81C0-F62B-4ee0-9897-BDC3F8F03B18 D2AB6727-AF80-4ef7-B37E-F217803B85A4"
+                    " FCDC307E-06DC-4dfa-AC83-834D0E306D48 385BDF98-9AA3-4121-9FBB-CACB1CD9608B"
+                    " 881EA87E-882C-4f22-961C-466E0686F707 90DC623D-19BD-4dee-8940-470AD75BB60E " +
+                    kFrame + " " + lower + " BBBB0000-0000-4000-8000-000000000002")
+                .split(' ');
+        QStringList records;
+        for (const QString &clsid : clsids)
+            records << "P" + QString::number(records.size()) + " " + clsid + " Off " +
+                           (clsid.startsWith("BBBB") ? "1" : "0");
         writeConfiguration(records);
         m_pStartup = std::make_unique<Startup>(true);
 
         LogCapture log;
-        QCOMPARE(CommonUtils::GetUIEmbedPlugibList(), QList<QString>(embedded));
+        QCOMPARE(CommonUtils::GetUIEmbedPlugibList(), QList<QString>({a, lower}));
         QCOMPARE(commonLines(log), QStringList{kSrc + "GetUIEmbedPlugibList: entered"});
     }
 
@@ -230,30 +218,8 @@ private slots:
         QCOMPARE(log.count(noWindow.arg("MoveRelatedCentre")), window.isNull() ? 1 : 0);
     }
 
-    void styleSheet_data()
-    {
-        QTest::addColumn<QByteArray>("file"); // null: no file
-        QTest::addColumn<QString>("style");
-
-        QTest::newRow("missing file") << QByteArray() << QString();
-        QTest::newRow("lines joined with nothing between")
-            << QByteArray("QLabel { color: red; }\nQWidget#X {}\n")
-            << "QLabel { color: red; }QWidget#X {}";
-        QTest::newRow("CRLF and no final line break")
-            << QByteArray("a {}\r\n\r\n  b {}") << "a {}  b {}";
-    }
-    void styleSheet()
-    {
-        QFETCH(QByteArray, file);
-        QFETCH(QString, style);
-        const QString path = "/skin/IDS_SKIN_DEFAULT.qss";
-        QVERIFY(file.isNull() ? TestFiles::removeAppPath(path)
-                              : TestFiles::writeAppFile(path, file));
-        QCOMPARE(CommonUtils::GetQStyleString(), style);
-    }
-
-    // Named widgets get the sheet read for the first one; the name follows the language.
-    void objectName_data()
+    // Lines joined without breaks, read once for all named widgets; the name follows the language.
+    void style_data()
     {
         QTest::addColumn<QString>("language");
         QTest::addColumn<QString>("name");
@@ -265,16 +231,20 @@ private slots:
         QTest::newRow("British English is not en-us") << "en-gb"
                                                       << "Core_Label_Ru";
     }
-    void objectName()
+    void style()
     {
         QFETCH(QString, language);
         QFETCH(QString, name);
-        QVERIFY(TestFiles::writeAppFile("/skin/IDS_SKIN_DEFAULT.qss", language.toLatin1() + "{}"));
+        QVERIFY(TestFiles::writeAppFile("/skin/IDS_SKIN_DEFAULT.qss", "a {}\r\n\r\n  b {}"));
+        QCOMPARE(CommonUtils::GetQStyleString(), QString("a {}  b {}"));
         Change::SetLangName(language);
-        QWidget widget;
-        CommonUtils::setObjectNameExForLDK(&widget, "Core_Label");
-        QCOMPARE(widget.objectName(), name);
-        QCOMPARE(widget.styleSheet(), QString("en-us{}"));
+        QWidget named, later;
+        CommonUtils::setObjectNameExForLDK(&named, "Core_Label");
+        QVERIFY(TestFiles::removeAppPath("/skin/IDS_SKIN_DEFAULT.qss"));
+        QCOMPARE(CommonUtils::GetQStyleString(), QString());
+        CommonUtils::setObjectNameExForLDK(&later, "Core_Label");
+        QCOMPARE(named.objectName(), name);
+        QCOMPARE(later.styleSheet(), QString("a {}  b {}"));
 
         LogCapture log;
         CommonUtils::setObjectNameExForLDK(nullptr, "none");
