@@ -43,8 +43,7 @@ private slots:
 
     void play_data()
     {
-        QTest::addColumn<QByteArray>("player"); // null: none on the path
-        QTest::addColumn<bool>("executable");
+        QTest::addColumn<QString>("player"); // "script", "none" on the path or "not executable"
         QTest::addColumn<QString>("file");
         QTest::addColumn<QStringList>("lines");
 
@@ -52,27 +51,25 @@ private slots:
                                   "Stop: returning 1"};
         const QStringList failed{"Play: started = 0", "IsPlaying: not playing",
                                  "Stop: returning 0"};
-        QTest::newRow("plays until stopped") << kScript << true << "/tmp/my alarm.wav" << stopped;
+        const QString script = "script", wav = "a.wav";
+        QTest::newRow("plays until stopped") << script << QString("/tmp/my alarm.wav") << stopped;
         QTest::newRow("ends by itself")
-            << kScript << true << "quick.wav"
+            << script << QString("quick.wav")
             << QStringList{"Play: started = 1", "IsPlaying: not playing", "Stop: returning 0"};
-        QTest::newRow("no player on the path") << QByteArray() << true << "a.wav" << failed;
-        QTest::newRow("player not executable") << kScript << false << "a.wav" << failed;
+        QTest::newRow("no player on the path") << QString("none") << wav << failed;
+        QTest::newRow("player not executable") << QString("not executable") << wav << failed;
     }
     void play()
     {
-        QFETCH(QByteArray, player);
-        QFETCH(bool, executable);
+        QFETCH(QString, player);
         QFETCH(QString, file);
         QFETCH(QStringList, lines);
         const QString bin = TestFiles::appDir() + "/fakebin";
         QVERIFY(TestFiles::removeAppPath("/fakebin") && TestFiles::removeAppPath("/aplay-args"));
         QVERIFY(TestFiles::writeAppFile("/fakebin/none", QByteArray()));
-        if (!player.isNull()) {
-            QVERIFY(TestFiles::writeAppFile("/fakebin/aplay", player));
-            QVERIFY(!executable ||
-                    QFile::setPermissions(bin + "/aplay", QFile::ReadOwner | QFile::ExeOwner));
-        }
+        QVERIFY(player == "none" || TestFiles::writeAppFile("/fakebin/aplay", kScript));
+        QVERIFY(player != "script" ||
+                QFile::setPermissions(bin + "/aplay", QFile::ReadOwner | QFile::ExeOwner));
         qputenv("PATH", QFile::encodeName(bin));
 
         LdSound sound("unused.wav");
