@@ -3,10 +3,16 @@
 
 #include "CoreGlobal.h"
 
+#include <QList>
+#include <QMessageBox>
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
+class IDeviceMgr;
+class ILayout;
+class QDialog;
 class QThread;
 class QWidget;
 
@@ -79,6 +85,39 @@ public:
     static int GetWidgetStringHeightAndWidth(QWidget *pWidget, QString strText, int &iFirst,
                                              int &iSecond);
     static bool IsCurLangIsEnglish();
+
+    // ---- Plugin shortcuts and window placement -----------------------------------------------
+    // The common plugins through the container; null (or empty, false) when it or they are
+    // missing. The main frame is asked with interface number 4113, the others with 4097.
+    static QWidget *GetMainWindow();
+    static IDeviceMgr *GetDeviceMgrPlugin();
+    static ILayout *GetLayoutPlugin();
+    // Type-0 plugins other than the main frame and the six fixed helper plugins.
+    static QList<QString> GetUIEmbedPlugibList();
+    static bool IsPluginAvailable(QString clsid);
+    static void MakeCall(QString strNumber);
+
+    // The main window's centre, (0, 0) without one.
+    static QPoint GetCentrePoint();
+    // Centres the dialog on GetCentrePoint(), also when that is (0, 0).
+    static void MoveCentre(QDialog *pDialog);
+    // Centres the dialog in the main window's own coordinates (its position is not added).
+    static void MoveRelatedCentre(QDialog *pDialog);
+
+    // The skin style sheet's lines joined without line breaks; empty without the file.
+    static QString GetQStyleString();
+    // Gives the widget the name ("_Ru" appended outside English) and the skin style sheet, so
+    // that rules for the name apply.
+    static void setObjectNameExForLDK(QWidget *pWidget, QString strName);
+
+    // ---- Message boxes ------------------------------------------------------------------------
+    // The photo editor's question: QMessageBox::Ok for the first button, QMessageBox::No for the
+    // second and QMessageBox::Cancel for anything else. A null parent means the main window.
+    static int ShowMessageForPhotoEdit(QMessageBox::Icon icon, QWidget *pParent, QString strTitle,
+                                       QString strText, QString strYesId, QString strRejectId,
+                                       QString strNoId, bool bBeep, QFlags<Qt::WindowType> flags,
+                                       QDialog **ppDialog = nullptr,
+                                       QString strDefaultId = QString(), bool bShowClose = false);
 };
 
 #endif // LINKDECK_COMMONUTILS_H

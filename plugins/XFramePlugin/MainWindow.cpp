@@ -2,7 +2,9 @@
 #include "MainWindowChrome.h"
 
 #include "Change.h"
+#include "CommonUtils.h"
 #include "IPluginContainer.h"
+#include "PluginInterfaces.h"
 #include "Startup.h"
 
 #include <QLabel>
@@ -55,6 +57,10 @@ void MainWindow::setupCentralArea()
 
     pLayout->addWidget(pTitle);
     pLayout->addWidget(pWelcome);
+    // The plugins' pages, held by the layout plugin that Config.xml names.
+    ILayout *pPages = CommonUtils::GetLayoutPlugin();
+    if (QWidget *pPagesWidget = pPages ? pPages->GetLayoutWidget() : nullptr)
+        pLayout->addWidget(pPagesWidget, 2);
     pLayout->addWidget(pListTitle);
     pLayout->addWidget(m_pPluginList, 1);
     setCentralWidget(pCentral);

@@ -72,8 +72,10 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
     QTest::addColumn<QString>("lastUsed");        // device kept for the next start
     QTest::addColumn<QStringList>("order");       // lines that appear in this order
 
-    // The device manager comes with the container, the main frame right after it.
-    const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin", "StatusBarMgrPlugin"};
+    // The device manager comes with the container, the main frame right after it and the layout
+    // of its pages while its window is built; then the rest in the library file's order.
+    const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin",     "LayoutPlugin",
+                                "AddrBookUIPlugin",  "SettingsUIPlugin", "StatusBarMgrPlugin"};
     const QStringList withNotify = common + QStringList{"NotifyPlugin"};
     const QString unloaded =
         QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
@@ -82,7 +84,7 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
     const QString container = QStringLiteral("../../src/core/PluginContainer/PluginContainer: ");
     QTest::newRow("no device")
         << QStringList{} << common << QString()
-        << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 4",
+        << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 7",
                        container + "UpdateAllStaticOrActivePlugins: XFramePlugin to be loaded..."};
     // Worker threads end before start-up is torn down and the plugins are released.
     QTest::newRow("E3372 adds notifications")
@@ -128,6 +130,7 @@ void tst_App::pluginSetFollowsDeviceAndOperator()
         from = log.indexOf(*line, from);
     QVERIFY2(from >= 0, qPrintable(log.join('\n')));
     QVERIFY(!log.filter("XFramePlugin: splash screen shown for ").isEmpty());
+    QVERIFY(log.filter("no layout plugin to show the page").isEmpty());
     const QImage screen(m_dir.filePath("screen.png"));
     QVERIFY(screen.width() > 100 && screen.height() > 100);
     const QSettings settings(m_dir.filePath("settings.ini"), QSettings::IniFormat);
