@@ -2,8 +2,6 @@
 #include "LogCapture.h"
 #include "TestFiles.h"
 
-#include <NexoSim.h>
-
 #include <QtTest>
 
 class tst_Settings : public QObject
@@ -73,22 +71,6 @@ private slots:
         QVERIFY(!CommonUtils::SetSettings("customize", "operator", "nordtel"));
         QVERIFY(QFile::exists(root + expected));
         QCOMPARE(CommonUtils::GetSettings("customize", "operator"), QString("nordtel"));
-    }
-
-    void simulatorReadsItsSetupFromSettings()
-    {
-        NexoSim_Reset();
-        CommonUtils::SetSettings("simulator", "devices", "E3372; K5160;");
-        CommonUtils::SetSettings("simulator", "customize", "nordtel");
-        QCOMPARE(NexoSim_LoadFromSettings(), 0L);
-        QByteArray block(NEXO_DEVICE_LIST_SIZE, '\0');
-        char name[NEXO_CUSTOMIZE_NAME_SIZE] = {};
-        QVERIFY(NEXO_DevSrv_GetAvailableDeviceList(block.data()) == 0 &&
-                NEXO_DevSrv_GetCustomizeName(name) == 0);
-        QCOMPARE(*reinterpret_cast<const qint32 *>(block.constData()), 2);
-        QCOMPARE(QByteArray(block.constData() + NEXO_DEVICE_LIST_NAMES_OFFSET) + '/' + name,
-                 "E3372/nordtel");
-        NexoSim_Reset();
     }
 };
 
