@@ -84,10 +84,8 @@ private slots:
             "460 03 CT|China Telecom|China|IDS_OP_MISSING",                    // no translation
             "460 07 New|New name|China|",                // later duplicate wins
             "232 01 A1|A1 Telekom|Austria|",             // latest Region
-            "232 001 A1 three digits||Austria|",         // leading zeros count
             "460 02 ABC02|ABC||",                        // MCC-only composition
             "232 05 Austria, translated|AT-||IDS_OP_AT", // MNC dropped too
-            "228 99 SUI 99|SUI ||",                      // later duplicate wins
             "460 11 ABC11|ABC||",                        // unknown element
             "999 99 |||",                                // MccMnc after MccOnly
             "310 410 |||"};
