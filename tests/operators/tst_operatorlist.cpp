@@ -4,7 +4,6 @@
 #include "TestFiles.h"
 
 #include <QDir>
-#include <QXmlStreamReader>
 #include <QtTest>
 
 namespace {
@@ -41,18 +40,6 @@ QString described(const QString &mcc, const QString &mnc)
     const _ST_MCCMNC_ITEM item = StatusBarOpListParse::GetInstance()->GetOperatorData(mcc, mnc);
     return QStringList{item.strShortDescr, item.strFullDescr, item.strRegionDescr, item.strLangId}
         .join('|');
-}
-
-// "<lead> <reader's error>  at line  <n> , column  <n> ", the reader's words for these contents.
-QString errorLine(const QString &lead, const QByteArray &contents)
-{
-    QXmlStreamReader reader(contents);
-    while (!reader.atEnd())
-        reader.readNext();
-    return QStringLiteral("%1 %2  at line  %3 , column  %4 ")
-        .arg(lead, reader.errorString())
-        .arg(reader.lineNumber())
-        .arg(reader.columnNumber());
 }
 
 } // namespace
@@ -156,8 +143,11 @@ private slots:
             if (line.text.startsWith("Error:"))
                 errors << QString(line.type == QtWarningMsg ? "warning " : "debug ") + line.text;
         }
-        QCOMPARE(errors, (QStringList{"warning " + errorLine("Error:", broken),
-                                      "debug " + errorLine("Error: ", broken)}));
+        QCOMPARE(
+            errors,
+            (QStringList{
+                "warning " + TestFiles::xmlError(broken, "Error: %1  at line  %2 , column  %3 "),
+                "debug " + TestFiles::xmlError(broken, "Error:  %1  at line  %2 , column  %3 ")}));
     }
 };
 

@@ -5,22 +5,9 @@
 #include "ContainerProbe.h"
 
 #include <QDir>
-#include <QXmlStreamReader>
 #include <QtTest>
 
 namespace {
-
-// The error line a reader writes for the document: the streaming reader's error and position.
-QString errorLine(const char *format, const QByteArray &xml, const QString &file)
-{
-    QXmlStreamReader reader(xml);
-    while (!reader.atEnd())
-        reader.readNext();
-    return QString::fromLatin1(format)
-        .arg(reader.errorString(), file)
-        .arg(reader.lineNumber())
-        .arg(reader.columnNumber());
-}
 
 // Records P1/C1/u1 to Pn/Cn/un.
 std::unique_ptr<ContainerProbe> makeNumbered(const QStringList &common, const QByteArray &sections,
@@ -108,10 +95,11 @@ private slots:
         const QString pluginsPath = appConfigPath("pluginslib.xml");
         LogCapture log;
         auto container = makeContainer(plugins, config);
-        QVERIFY(log.contains(
-            errorLine("Error:  %1  in file  %2  at line  %3 ,column  %4 ", plugins, pluginsPath)));
-        QVERIFY(log.contains(errorLine("Error: %1  in file  %2  at line  %3 , column  %4 ", config,
-                                       appConfigPath("PluginsConfig.xml"))));
+        QVERIFY(log.contains(TestFiles::xmlError(plugins, "Error:  %1  in file  " + pluginsPath +
+                                                              "  at line  %2 ,column  %3 ")));
+        QVERIFY(log.contains(TestFiles::xmlError(config, "Error: %1  in file  " +
+                                                             appConfigPath("PluginsConfig.xml") +
+                                                             "  at line  %2 , column  %3 ")));
         QCOMPARE(container->recordsText(), "A:C1::0:e; B:C2::0:; X:::0:");
         QVERIFY(container->commonSet() == QSet<QString>{"C1"} &&
                 container->enableList("D") == QStringList{"C2"});

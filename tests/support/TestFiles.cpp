@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QXmlStreamReader>
 
 namespace TestFiles {
 
@@ -38,6 +39,14 @@ QString useFreshSettings(const QString &name)
     QFile::remove(path);
     qputenv("LINKDECK_SETTINGS", QFile::encodeName(path));
     return path;
+}
+
+QString xmlError(const QByteArray &xml, const QString &format)
+{
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd())
+        reader.readNext();
+    return format.arg(reader.errorString()).arg(reader.lineNumber()).arg(reader.columnNumber());
 }
 
 } // namespace TestFiles
