@@ -55,7 +55,7 @@ private slots:
         const QString root = TestFiles::appDir() + "/location";
         qunsetenv("LINKDECK_SETTINGS");
         qputenv("HOME", QFile::encodeName(root + "/home"));
-        for (const QString &xdg : {"/xdg", ""}) {
+        for (const QString xdg : {"/xdg", ""}) {
             QDir(root).removeRecursively();
             if (xdg.isEmpty())
                 qunsetenv("XDG_CONFIG_HOME");
