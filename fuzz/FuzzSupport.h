@@ -7,11 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 
-// What every fuzz target of the core shares. FuzzSupport.cpp also defines LLVMFuzzerInitialize,
-// which creates the offscreen application once: its directory (the executable's own folder) is
-// the application directory of the core, the settings file is a private one there with the
-// operator "nordtel", debug output is off and warnings go to <application dir>/warnings.log
-// (everything to standard error instead when FUZZ_LOG is set, as when replaying one input).
+// FuzzSupport.cpp's LLVMFuzzerInitialize creates the offscreen application in the executable's
+// folder with a private settings file (operator "nordtel"); warnings go to warnings.log there,
+// everything to standard error when FUZZ_LOG is set.
 namespace Fuzz {
 
 inline QByteArray bytes(const uint8_t *data, size_t size)
@@ -19,10 +17,9 @@ inline QByteArray bytes(const uint8_t *data, size_t size)
     return QByteArray(reinterpret_cast<const char *>(data), int(size));
 }
 
-// <application dir>/<relative>
 QString appPath(const QString &relative);
 
-// Writes data to <application dir>/<relative>, creating the folders; returns the full path.
+// Creates the folders; returns the full path.
 QString writeAppFile(const QString &relative, const QByteArray &data);
 
 } // namespace Fuzz

@@ -5,18 +5,14 @@
 #include <cstdio>
 #include <cstdlib>
 
-namespace {
-
-void require(bool ok, const char *what, const std::string &serialized)
+static void require(bool ok, const char *what, const std::string &serialized)
 {
-    if (ok)
-        return;
-    std::fprintf(stderr, "settings round trip: %s; serialized:\n%.2000s\n", what,
-                 serialized.c_str());
-    std::abort();
+    if (!ok) {
+        std::fprintf(stderr, "settings round trip: %s; serialized:\n%.2000s\n", what,
+                     serialized.c_str());
+        std::abort();
+    }
 }
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

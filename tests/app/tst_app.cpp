@@ -23,126 +23,113 @@ class tst_App : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void init();
-
-    void pluginSetFollowsDeviceAndOperator_data();
-    void pluginSetFollowsDeviceAndOperator();
-    void badCommandLineFails();
-
-private:
-    // Runs the application with a fresh settings file; returns its log without time stamps.
-    QStringList runApp(const QStringList &arguments);
-
     QTemporaryDir m_dir;
     int m_exitCode = -1;
+
+    // Runs the application with a fresh settings file; returns its log without time stamps.
+    QStringList runApp(const QStringList &arguments)
+    {
+        QFile::remove(m_dir.filePath("settings.ini"));
+        QFile::remove(m_dir.filePath("screen.png"));
+        QProcess process;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        env.insert("LINKDECK_SETTINGS", m_dir.filePath("settings.ini"));
+        env.insert("QT_LOGGING_RULES", "*.debug=true;qt.*.debug=false");
+        env.remove("QT_MESSAGE_PATTERN");
+        process.setProcessEnvironment(env);
+        process.start(LINKDECK_APP_PATH,
+                      arguments + QStringList{"--screenshot", m_dir.filePath("screen.png")});
+        // A run that hangs is killed when the process object goes.
+        const bool ended = process.waitForFinished(30000);
+        m_exitCode =
+            ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        return QString::fromLocal8Bit(process.readAllStandardError())
+            .split('\n')
+            .replaceInStrings(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d:\\d{3} ?: "), "");
+    }
+
+private slots:
+    void pluginSetFollowsDeviceAndOperator_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("initialized"); // in this order
+        QTest::addColumn<QString>("lastUsed");        // device kept for the next start
+        QTest::addColumn<QStringList>("order");       // lines that appear in this order
+
+        // The device manager comes with the container, the main frame right after it and the
+        // layout of its pages while its window is built; then the rest in the library file's order.
+        const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin",     "LayoutPlugin",
+                                    "AddrBookUIPlugin",  "SettingsUIPlugin", "StatusBarMgrPlugin"};
+        const QStringList withNotify = common + QStringList{"NotifyPlugin"};
+        const QString unloaded =
+            QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
+                           "UpdateAllStaticOrActivePlugins: Unload plugin %1 bUnloaded 1");
+        // Start-up loading first; the update after it is what loads the plugins start-up postpones.
+        const QString container =
+            QStringLiteral("../../src/core/PluginContainer/PluginContainer: ");
+        QTest::newRow("no device")
+            << QStringList{} << common << QString()
+            << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 7",
+                           container +
+                               "UpdateAllStaticOrActivePlugins: XFramePlugin to be loaded..."};
+        // Worker threads end before start-up is torn down and the plugins are released.
+        QTest::newRow("E3372 adds notifications")
+            << QStringList{"--device", "E3372"} << withNotify << "E3372"
+            << QStringList{"../../src/core/common/CommonUtils: WaitThreadsStop: stop thread called",
+                           "NotifyPlugin: StopThreads",
+                           "../../src/core/common/CommonUtils: ThreadCountDec: threadCount is 0; "
+                           "thread: NotifyWorker: run",
+                           kEndOfStartup, "NotifyPlugin: Release"};
+        QTest::newRow("operator adds notifications")
+            << QStringList{"--operator", "nordtel"} << withNotify << QString() << QStringList{};
+        // Plugins the switch takes out are released there, not again at shut-down.
+        QTest::newRow("switch from E3372 to K5160")
+            << QStringList{"--device", "E3372", "--switch-device", "K5160", "--switch-after", "500"}
+            << withNotify << "K5160"
+            << QStringList{"NotifyPlugin: Initialize",
+                           "DeviceMgrUIPlugin: switched to K5160: 0 plugins enabled, 2 disabled",
+                           "StatusBarMgrPlugin: Release",
+                           unloaded.arg("StatusBarMgrPlugin"),
+                           "NotifyPlugin: Release",
+                           unloaded.arg("NotifyPlugin"),
+                           kEndOfStartup};
+    }
+
+    void pluginSetFollowsDeviceAndOperator()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, initialized);
+        QFETCH(QString, lastUsed);
+        QFETCH(QStringList, order);
+        const QStringList log = runApp(arguments + QStringList{"--quit-after", "1200"});
+        QVERIFY2(m_exitCode == 0, qPrintable(log.join('\n')));
+        QCOMPARE(pluginsThatLogged(log, "Initialize"), initialized);
+        // Released in hash order; the main frame twice, since the container compares its name
+        // with clsids.
+        QStringList released = pluginsThatLogged(log, "Release"), expected = initialized;
+        expected << "XFramePlugin";
+        released.sort();
+        expected.sort();
+        QCOMPARE(released, expected);
+        int from = 0; // the lines of "order" appear in this order
+        for (auto line = order.cbegin(); line != order.cend() && from >= 0; ++line)
+            from = log.indexOf(*line, from);
+        QVERIFY2(from >= 0, qPrintable(log.join('\n')));
+        QVERIFY(!log.filter("XFramePlugin: splash screen shown for ").isEmpty());
+        const QImage screen(m_dir.filePath("screen.png"));
+        QVERIFY(screen.width() > 100 && screen.height() > 100);
+        const QSettings settings(m_dir.filePath("settings.ini"), QSettings::IniFormat);
+        QCOMPARE(settings.value("devicemgr/lastused").toString(), lastUsed);
+    }
+
+    void badCommandLineFails()
+    {
+        const QStringList log = runApp({"--quit-after", "soon"});
+        QVERIFY(m_exitCode > 0);
+        QVERIFY(!log.filter("--quit-after needs a number of milliseconds").isEmpty());
+    }
 };
-
-void tst_App::init()
-{
-    QVERIFY(m_dir.isValid());
-    QFile::remove(m_dir.filePath("settings.ini"));
-    QFile::remove(m_dir.filePath("screen.png"));
-}
-
-QStringList tst_App::runApp(const QStringList &arguments)
-{
-    QProcess process;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    env.insert("LINKDECK_SETTINGS", m_dir.filePath("settings.ini"));
-    env.insert("QT_LOGGING_RULES", "*.debug=true;qt.*.debug=false");
-    env.remove("QT_MESSAGE_PATTERN");
-    process.setProcessEnvironment(env);
-    process.start(LINKDECK_APP_PATH,
-                  arguments + QStringList{"--screenshot", m_dir.filePath("screen.png")});
-    // A run that hangs is killed when the process object goes.
-    const bool ended = process.waitForFinished(30000);
-    m_exitCode = ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    const QRegularExpression stamp("^\\d\\d:\\d\\d:\\d\\d:\\d{3} ?: ");
-    return QString::fromLocal8Bit(process.readAllStandardError())
-        .split('\n')
-        .replaceInStrings(stamp, "");
-}
-
-void tst_App::pluginSetFollowsDeviceAndOperator_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QStringList>("initialized"); // in this order
-    QTest::addColumn<QString>("lastUsed");        // device kept for the next start
-    QTest::addColumn<QStringList>("order");       // lines that appear in this order
-
-    // The device manager comes with the container, the main frame right after it and the layout
-    // of its pages while its window is built; then the rest in the library file's order.
-    const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin",     "LayoutPlugin",
-                                "AddrBookUIPlugin",  "SettingsUIPlugin", "StatusBarMgrPlugin"};
-    const QStringList withNotify = common + QStringList{"NotifyPlugin"};
-    const QString unloaded =
-        QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
-                       "UpdateAllStaticOrActivePlugins: Unload plugin %1 bUnloaded 1");
-    // Start-up loading first; the update after it is what loads the plugins start-up postpones.
-    const QString container = QStringLiteral("../../src/core/PluginContainer/PluginContainer: ");
-    QTest::newRow("no device")
-        << QStringList{} << common << QString()
-        << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 7",
-                       container + "UpdateAllStaticOrActivePlugins: XFramePlugin to be loaded..."};
-    // Worker threads end before start-up is torn down and the plugins are released.
-    QTest::newRow("E3372 adds notifications")
-        << QStringList{"--device", "E3372"} << withNotify << "E3372"
-        << QStringList{"../../src/core/common/CommonUtils: WaitThreadsStop: stop thread called",
-                       "NotifyPlugin: StopThreads",
-                       "../../src/core/common/CommonUtils: ThreadCountDec: threadCount is 0; "
-                       "thread: NotifyWorker: run",
-                       kEndOfStartup, "NotifyPlugin: Release"};
-    QTest::newRow("operator adds notifications")
-        << QStringList{"--operator", "nordtel"} << withNotify << QString() << QStringList{};
-    // Plugins the switch takes out are released there, not again at shut-down.
-    QTest::newRow("switch from E3372 to K5160")
-        << QStringList{"--device", "E3372", "--switch-device", "K5160", "--switch-after", "500"}
-        << withNotify << "K5160"
-        << QStringList{"NotifyPlugin: Initialize",
-                       "DeviceMgrUIPlugin: switched to K5160: 0 plugins enabled, 2 disabled",
-                       "StatusBarMgrPlugin: Release",
-                       unloaded.arg("StatusBarMgrPlugin"),
-                       "NotifyPlugin: Release",
-                       unloaded.arg("NotifyPlugin"),
-                       kEndOfStartup};
-}
-
-void tst_App::pluginSetFollowsDeviceAndOperator()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QStringList, initialized);
-    QFETCH(QString, lastUsed);
-    QFETCH(QStringList, order);
-    const QStringList log = runApp(arguments + QStringList{"--quit-after", "1200"});
-    QVERIFY2(m_exitCode == 0, qPrintable(log.join('\n')));
-    QCOMPARE(pluginsThatLogged(log, "Initialize"), initialized);
-    // Released in hash order; the main frame twice, since the container compares its name
-    // with clsids.
-    QStringList released = pluginsThatLogged(log, "Release"), expected = initialized;
-    expected << "XFramePlugin";
-    released.sort();
-    expected.sort();
-    QCOMPARE(released, expected);
-    int from = 0; // the lines of "order" appear in this order
-    for (auto line = order.cbegin(); line != order.cend() && from >= 0; ++line)
-        from = log.indexOf(*line, from);
-    QVERIFY2(from >= 0, qPrintable(log.join('\n')));
-    QVERIFY(!log.filter("XFramePlugin: splash screen shown for ").isEmpty());
-    QVERIFY(log.filter("no layout plugin to show the page").isEmpty());
-    const QImage screen(m_dir.filePath("screen.png"));
-    QVERIFY(screen.width() > 100 && screen.height() > 100);
-    const QSettings settings(m_dir.filePath("settings.ini"), QSettings::IniFormat);
-    QCOMPARE(settings.value("devicemgr/lastused").toString(), lastUsed);
-}
-
-void tst_App::badCommandLineFails()
-{
-    const QStringList log = runApp({"--quit-after", "soon"});
-    QVERIFY(m_exitCode > 0);
-    QVERIFY(!log.filter("--quit-after needs a number of milliseconds").isEmpty());
-}
 
 QTEST_GUILESS_MAIN(tst_App)
 #include "tst_app.moc"

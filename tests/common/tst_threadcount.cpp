@@ -32,26 +32,6 @@ private slots:
         CommonUtils::ThreadCountInc("Orphan", "rebalance");
     }
 
-    void concurrentCountsBalance()
-    {
-        QList<QThread *> threads;
-        for (int i = 0; i < 8; ++i)
-            threads.append(QThread::create([] {
-                for (int n = 0; n < 200; ++n) {
-                    CommonUtils::ThreadCountInc("T", "inc");
-                    CommonUtils::ThreadCountDec("T", "dec");
-                }
-            }));
-        LogCapture log; // keeps the lines from flooding the output
-        for (QThread *thread : threads)
-            thread->start();
-        for (QThread *thread : threads)
-            thread->wait();
-        qDeleteAll(threads);
-        CommonUtils::ThreadCountInc("Check", "final");
-        QCOMPARE(CommonUtils::ThreadCountDec("Check", "final"), 0);
-    }
-
     // A null thread gets only the first line; a thread with an event loop quits.
     void waitForThreadToStop()
     {

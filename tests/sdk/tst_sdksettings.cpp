@@ -8,10 +8,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <atomic>
-#include <thread>
-#include <vector>
-
 namespace {
 
 // QString's UTF-16 storage is exactly what the library's NEXO_CHAR16 strings are.
@@ -62,7 +58,6 @@ QStringList keys(const QString &prefix, int count, bool check)
 
 } // namespace
 
-// The settings store behind NEXO_GetSettings / NEXO_SetSettings.
 class tst_SdkSettings : public QObject
 {
     Q_OBJECT
@@ -86,18 +81,13 @@ private slots:
             {QStringLiteral("设置"), QStringLiteral("مفتاح") + emoji, "zh-cn"},
             {"line\nbreak", "key\r\nbreak", "first\nsecond\r\n"},
             {"[group]", "k=v]", "=[value];"},
-            {";group", "#key", "  value # not a comment  "},
-            {"g\\", "\\s\\x41", "C:\\path\\t\\"},
             {"", "", QString(3000, QChar(0x4E2D))},
         };
         for (const QStringList &e : entries)
             QCOMPARE(setSetting(e[0], e[1], e[2]), 0L);
         QVERIFY(readFromACopy());
-        for (const QStringList &e : entries) {
-            long status = -1;
-            QCOMPARE(getSetting(e[0], e[1], &status), e[2]);
-            QCOMPARE(status, 0L);
-        }
+        for (const QStringList &e : entries)
+            QCOMPARE(getSetting(e[0], e[1]), e[2]);
         QCOMPARE(getSetting("group", "k=v]"), QString());
     }
 
@@ -111,12 +101,10 @@ private slots:
             QTest::newRow(name) << file << QString(key) << expected;
         };
         row("no file", {}, "k", {});
-        row("no file, the defaults' key", {}, "d", "common");
         row("hand-written", "\xEF\xBB\xBF; c\n\n  [g]  \r\n k = a=b \r\n", "k", "a=b");
         // A file that cannot be understood as a whole yields no key at all.
         row("corrupt: line without '='", "[g]\nk=v\njunk\n", "k", {});
         row("user file has the defaults' key", "[g]\nd=acme\n", "d", "acme");
-        row("user value is empty", "[g]\nd=\n", "d", "");
         row("user file lacks the key", "[h]\nd=x\n", "d", "common");
         row("user file corrupt", "[g]\nd=acme\n[x\n", "d", "common");
     }
@@ -168,22 +156,6 @@ private slots:
                  QByteArray("[g]\nk=v\nnew=1\nodd=caf\\xe9\n\n[bad\\xff]\nx=1\n\n[h]\ny=\\x00\n"));
         QCOMPARE(QFileInfo(m_settingsPath).absoluteDir().entryList({"*.corrupt-*"}), QStringList());
         QCOMPARE(getSetting("g", "k"), QString("v"));
-    }
-
-    void concurrentThreadsLoseNoKey()
-    {
-        std::atomic<int> failures{0};
-        std::vector<std::thread> threads;
-        for (int t = 0; t < 4; ++t)
-            threads.emplace_back(
-                [t, &failures] { failures += keys(QString::number(t), 30, false).size(); });
-        for (std::thread &thread : threads)
-            thread.join();
-        QCOMPARE(failures.load(), 0);
-        QVERIFY(readFromACopy());
-        QCOMPARE(keys("0", 30, true) + keys("1", 30, true) + keys("2", 30, true) +
-                     keys("3", 30, true),
-                 QStringList());
     }
 
     // Two processes (this program again) write at the same time.

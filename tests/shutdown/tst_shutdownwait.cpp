@@ -59,9 +59,7 @@ private slots:
 
         LogCapture log;
         CommonUtils::WaitThreadsStop();
-        QVERIFY(log.contains(kSource + ": WaitThreadsStop: stop thread called"));
-        QVERIFY(log.contains("NotifyPlugin: StopThreads"));
-        QVERIFY(log.containsUnstamped(kEndWait));
+        QVERIFY(log.containsUnstamped(kEndWait)); // the stop lines are pinned by tst_app
         m_waitsSpent = log.countUnstamped(kStartWait);
         // The worker ends within a wait or two; a missed wake-up costs one 500 ms wait.
         QVERIFY2(m_waitsSpent <= 3, qPrintable(QString::number(m_waitsSpent)));

@@ -81,8 +81,6 @@ private slots:
         const QString common = "common", nordtel = "nordtel";
         QTest::newRow("start flag suppresses the splash") << kFunctionTrue << common << -1;
         QTest::newRow("function part true") << kFunctionTrue << common << 1;
-        QTest::newRow("only the exact text true counts")
-            << QByteArray("<function><splash>True</splash></function>") << common << 0;
         QTest::newRow("operator true without device wins over function false")
             << kFunctionFalse + operatorPart("nordtel", "true") << nordtel << 1;
         QTest::newRow("only the operator's own part counts, false wins over function true")
@@ -90,9 +88,6 @@ private slots:
             << nordtel << 0;
         QTest::newRow("operator true bound to a device gives none")
             << kFunctionTrue + operatorPart("nordtel", "true", " device=\"K5160\"") << nordtel << 0;
-        QTest::newRow("operator part without splash takes a later element's")
-            << kFunctionFalse + "<customize name=\"nordtel\"/>" + operatorPart("x", "true")
-            << nordtel << 1;
         QTest::newRow("missing Config.xml") << QByteArray() << common << 0;
         QTest::newRow("unreadable XML keeps the initial true")
             << QByteArray("<<not XML>>") << common << 1;
@@ -118,37 +113,6 @@ private slots:
         std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
         QCOMPARE(bool(splash), logged == 1);
         QVERIFY(!splash || (splash->isVisible() && !splash->pixmap().isNull()));
-    }
-    void startUpAndShutDown()
-    {
-        // Without its image the splash screen is still shown, with an empty pixmap.
-        writeConfiguration("TestFrame", kFunctionTrue);
-        QVERIFY(TestFiles::removeAppPath(kSplashImage));
-        LogCapture log;
-        m_pStartup = std::make_unique<Startup>(false);
-        // The splash is up before any plugin loads.
-        QVERIFY2(log.containsInOrder(
-                     {line("Startup", "entered"), line("Startup", "showing splash screen..."),
-                      line("initializePluginContainer", "entered"),
-                      line("loadMainFramePlugin", "entered"),
-                      QStringLiteral("TestMainFrame: Initialize"),
-                      line("loadMainFramePlugin", "m_pUiPlugin loaded..."),
-                      QStringLiteral("TestMainFrame: Create parent=null rect=null")}),
-                 qPrintable(log.texts().join('\n')));
-        QVERIFY(!log.containsUnstamped(line("showSplashScreen", "create splash screen failed")));
-        IMainFrameUIService *service = Startup::GetMainFrameService();
-        QVERIFY(Startup::GetMainFrame() && service && service->GetMainWindow()->isVisible());
-
-        QTest::qWait(60);
-        int elapsed = -1;
-        std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-        QVERIFY(splash && splash->isVisible() && splash->pixmap().isNull() && elapsed >= 60);
-        QVERIFY(!Startup::GetSplashScreen(elapsed)); // handed over once
-
-        log.clear();
-        m_pStartup.reset();
-        QVERIFY(log.containsInOrder({line("~Startup", "entered"), "TestMainFrame: Release"}));
-        QVERIFY(!Startup::GetPluginContainer());
     }
     void missingMainFrame_data()
     {

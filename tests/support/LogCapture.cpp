@@ -48,9 +48,9 @@ QStringList LogCapture::texts() const
 
 QStringList LogCapture::unstamped() const
 {
-    QStringList result = texts();
-    for (QString &text : result)
-        text = stripStamp(text);
+    QStringList result;
+    for (const Line &line : lines())
+        result.append(stripStamp(line.text));
     return result;
 }
 

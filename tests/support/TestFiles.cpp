@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QXmlStreamReader>
 
 namespace TestFiles {
 
@@ -16,9 +17,7 @@ bool writeFile(const QString &absolutePath, const QByteArray &contents)
 {
     QDir().mkpath(QFileInfo(absolutePath).absolutePath());
     QFile file(absolutePath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
-    return file.write(contents) == contents.size();
+    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
 }
 
 bool writeAppFile(const QString &relativePath, const QByteArray &contents)
@@ -29,9 +28,8 @@ bool writeAppFile(const QString &relativePath, const QByteArray &contents)
 bool removeAppPath(const QString &relativePath)
 {
     const QString path = appDir() + relativePath;
-    if (QFileInfo(path).isDir())
-        return QDir(path).removeRecursively();
-    return !QFile::exists(path) || QFile::remove(path);
+    return QFileInfo(path).isDir() ? QDir(path).removeRecursively()
+                                   : !QFile::exists(path) || QFile::remove(path);
 }
 
 QString useFreshSettings(const QString &name)
@@ -41,6 +39,14 @@ QString useFreshSettings(const QString &name)
     QFile::remove(path);
     qputenv("LINKDECK_SETTINGS", QFile::encodeName(path));
     return path;
+}
+
+QString xmlError(const QByteArray &xml, const QString &format)
+{
+    QXmlStreamReader reader(xml);
+    while (!reader.atEnd())
+        reader.readNext();
+    return format.arg(reader.errorString()).arg(reader.lineNumber()).arg(reader.columnNumber());
 }
 
 } // namespace TestFiles

@@ -15,6 +15,8 @@ bool writeFile(const QString &absolutePath, const QByteArray &contents);
 bool removeAppPath(const QString &relativePath);
 // Points the settings store at a fresh, empty file below the application directory.
 QString useFreshSettings(const QString &name = QStringLiteral("settings.ini"));
+// The format with the streaming reader's error for the document, its line and column as %1 %2 %3.
+QString xmlError(const QByteArray &xml, const QString &format);
 
 } // namespace TestFiles
 

@@ -14,7 +14,6 @@ Q_DECLARE_METATYPE(QVector<TagUnits>)
 
 namespace {
 
-const QString kCjk = QStringLiteral("\u4E2D\u6587"); // two Chinese characters
 const QString kMail = QStringLiteral("john.doe@example.com");
 const QString kWeb = QStringLiteral("www.example.com");
 const QString kLro = QStringLiteral("\u202D");
@@ -72,19 +71,14 @@ private slots:
         row("e-mail among words", "to " + kMail + " now",
             "to&nbsp;" + a("mailto:" + kMail, kMail) + "&nbsp;now");
         row("lower-case www", kWeb, web);
-        row("upper-case www", "WWW.EXAMPLE.COM", "WWW.EXAMPLE.COM");
         row("http", "http://example.com/a?b=1", a("http://example.com/a?b=1"));
-        row("http, third slash", "http:///example.com", "http:///example.com");
         row("other h/t/p/s schemes only after a line feed", "ph://x\nph://x",
             "ph://x&nbsp;\n" + a("http://ph://x", "ph://x"));
         row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
         row("line feed before https: scheme doubled", "see\nhttps://example.com",
             "see&nbsp;\n" + a("http://https://example.com", "https://example.com"));
-        row("address followed by Chinese", kWeb + kCjk, web + kCjk);
-        row("NUL ends an address", kWeb + QChar(0), web + QChar(0));
         row("punctuation after addresses", kWeb + ", (" + kMail + "). https://example.com)",
             kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + a("https://example.com)"));
-        row("&nbsp; in the text separates tokens", "a&nbsp;" + kWeb, "a&nbsp;" + web);
         row("character above U+00FF ends an http address", "http://x.com/\u0109x",
             a("http://x.com/") + "\u0109x");
     }
@@ -94,8 +88,7 @@ private slots:
         QFETCH(QString, expected);
         QCOMPARE(CommonUtils::ParseAndCreateHyperLinks(text), expected);
     }
-    // A mark after punctuation that follows an L or R letter; every occurrence of the mark's
-    // character is marked at once, so repeated characters accumulate marks.
+    // A mark after punctuation that follows an L or R letter.
     void parenthesisCorrection_data()
     {
         QTest::addColumn<QString>("text");
@@ -104,9 +97,6 @@ private slots:
             QTest::addRow("%c after Latin", c) << "x" + QString(c) << "x" + QString(c) + kLro;
         row("comma after Hebrew", "\u05E9\u05DC,\u05E2", "\u05E9\u05DC," + kRlo + "\u05E2");
         row("comma after a digit or a blank, semicolon", "1,2 ,a;", "1,2 ,a;");
-        const QString marks = kLro.repeated(4);
-        row("repeated commas accumulate marks", "a,b,c,d",
-            "a," + marks + "b," + marks + "c," + marks + "d");
         row("loop stops at the original length", "ab,c,", "ab," + kLro + "c," + kLro);
     }
     void parenthesisCorrection()
@@ -133,7 +123,6 @@ private slots:
         row("html page", html, both, kPlain);
         row("address is not quoted", "/tmp/user manual.pdf", {kPdf}, kPdf);
         row("pdf, no scripts", pdf, {}, {}, QUrl::fromLocalFile(pdf));
-        row("web address, no scripts", "https://x.org/a?b=c", {}, {}, QUrl("https://x.org/a?b=c"));
     }
     // The address decides which script runs, and the script gets the address as it was given, split
     // at blanks by the shell; a missing script sends the URL to the desktop instead.
@@ -178,17 +167,12 @@ private slots:
             QTest::newRow(name) << units << value << flux << unitOnly;
         };
         const QVector<TagUnits> rising{{"B", 1, 0}, {"KB", 1024, 1023}, {"MB", 1048576, 1048575}};
-        const QVector<TagUnits> same{{"first", 1, 10}, {"second", 2, 10}};
         unitRow("empty table", {}, 5, "", "");
-        unitRow("0: first row", rising, 0, "0.0 B", "B");
         unitRow("1023 equals the KB threshold", rising, 1023, "1023.0 B", "B");
         unitRow("1536", rising, 1536, "1.5 KB", "B");
-        unitRow("equal thresholds, above: later row", same, 11, "5.5 second", "first");
         unitRow("zero divisor", {{"X", 0, 0}}, 5, "inf X", "X");
         unitRow("translated label; later rows' keys ignored",
                 {{"B", 1, 0}, {"KB", 1024, 1023, "IDS_UNIT_KB"}}, 2048, "2.0 KiB/s", "B");
-        unitRow("first row translated", {{"B", 1, 0, "IDS_UNIT_B"}, {"KB", 1024, 1023}}, 1,
-                "1.0 Byte", "Byte");
         unitRow("key without translation: empty label", {{"B", 1, 0, "IDS_UNIT_MISSING"}}, 7,
                 "7.0 ", "");
     }

@@ -133,8 +133,6 @@ private slots:
         // Running out of items ends without the exit line and without reading the group flag.
         QTest::newRow("count larger than items")
             << toolbarFile("5", three, group1) << false << "failed [1,2,3]" + enter;
-        QTest::newRow("negative count")
-            << toolbarFile("-1", three, group1) << false << "read [] grouped" + ok;
         QTest::newRow("count zero")
             << toolbarFile("0", three) << false << "failed []" + enter + zero;
         QTest::newRow("no ToolBar element")
@@ -143,8 +141,6 @@ private slots:
                    " / getToolBarCoount: Exit: XML File Content is Wrong!" + zero;
         QTest::newRow("no file") << QString() << true
                                  << "failed [] grouped" + enter + exit + ": XML File is not opened";
-        QTest::newRow("group enable 0") << toolbarFile("3", three, "<GroupInGroup enable=\"0\"/>")
-                                        << true << "read [1,2,3]" + ok;
         QTest::newRow("upper-case SEARCH marks the search item")
             << toolbarFile("5", item(4) + item(5, {}, "IDS_TB_SEARCH") +
                                     item(6, {}, "IDS_TB_search") + item(7, {}, "MYSEARCHBOX") +
@@ -173,19 +169,6 @@ private slots:
             buttons << QString::number(bar.group->id(item.button)) + ' ' + item.button->toolTip() +
                            ' ' + edges(item.button) + ' ' + item.button->objectName();
         QCOMPARE(buttons, (QStringList{"7 New message RB ToolBar", "9 Search YR ToolBar"}));
-        LogCapture log;
-        QCOMPARE(ToolBarLogic::GetObjectName("XFramePlugin"),
-                 QStringLiteral("ToolBar_XFramePlugin"));
-        const QStringList lines = log.texts();
-        QVERIFY(std::all_of(lines.begin(), lines.end(), LogCapture::hasStamp));
-        QCOMPARE(log.unstamped(),
-                 (QStringList{kSource + ": GetObjectName Enter: plugin name:XFramePlugin",
-                              kSource + ": GetObjectName Exit: objectname:ToolBar_XFramePlugin"}));
-        // Neighbouring buttons overlap by 6 pixels; the toolbar takes the row's size.
-        bar.widget.show();
-        bar.widget.layout()->activate();
-        QCOMPARE(bar.items.at(1).button->x() - bar.items.at(0).button->x(), 44);
-        QCOMPARE(bar.widget.height(), 48);
 
         QToolButton *pButton = bar.items.at(0).button;
         ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 8, false); // unknown id
@@ -206,8 +189,7 @@ private slots:
         Bar partial(true, false); // two of the three out-arguments: no search box
         QVERIFY(partial.built && partial.widget.layout() && !partial.layout && !partial.edit);
 
-        // All three: created with the search item's icon, but shown only when asked for. Right to
-        // left, the buttons' icons are mirrored.
+        // Right to left, the buttons' icons are mirrored.
         QApplication::setLayoutDirection(Qt::RightToLeft);
         Bar bar(true);
         QVERIFY(bar.built && bar.edit->size() == QSize(300, 19) && bar.edit->maxLength() == 48);
@@ -222,8 +204,6 @@ private slots:
                      edges(bar.icon->pixmap(Qt::ReturnByValue)),
                  "RBYRYR");
         QVERIFY(!bar.items.at(1).button->isEnabled());
-        ToolBarLogic::ChangeToolBarIconDirection(kPlugin, bar.items, true, &bar.icon);
-        QCOMPARE(edges(bar.icon->pixmap(Qt::ReturnByValue)), QStringLiteral("RY"));
         QLayout *pMain = bar.widget.layout();
         bar.widget.show();
         QCOMPARE(pMain->count(), 1);
@@ -234,8 +214,6 @@ private slots:
         QCOMPARE(pMain->count(), 2);
         QVERIFY(bar.edit->isEnabled() && bar.edit->text().isEmpty());
         QTRY_VERIFY(bar.edit->isVisible() && bar.icon->isVisible());
-        pMain->activate();
-        QVERIFY(bar.widget.rect().contains(bar.edit->geometry()));
 
         // Hiding takes the row out: the toolbar shrinks to its buttons and the edit, left alive
         // below them, is out of sight and disabled.
@@ -246,43 +224,25 @@ private slots:
                 bar.widget.height() == 48);
         QVERIFY(!bar.widget.rect().intersects(bar.edit->geometry()));
     }
-    // Each row's name is the key sequence pressed with the cursor in the middle of "abcd".
-    void searchKeys_data()
-    {
-        QTest::addColumn<QString>("expected"); // text with "|" at the cursor/selection/signals
-        QTest::newRow("Up") << "a|bcd//";
-        QTest::newRow("Down") << "abc|d//";
-        QTest::newRow("Shift+Up") << "a|bcd/b/";
-        QTest::newRow("Ctrl+N") << "ab|cd//N";
-        QTest::newRow("Ctrl+F") << "ab|cd//F";
-        QTest::newRow("Ctrl+G") << "ab|cd//";
-    }
+    // Up and Down move by one character; Ctrl+N and Ctrl+F are signalled with a stamped line.
     void searchKeys()
     {
-        QFETCH(QString, expected);
         SearchLineEdit edit;
         edit.setText(QStringLiteral("abcd"));
         edit.setCursorPosition(2);
-        QSignalSpy spyN(&edit, &SearchLineEdit::controlN);
-        QSignalSpy spyF(&edit, &SearchLineEdit::controlF);
+        QSignalSpy spyN(&edit, &SearchLineEdit::controlN), spyF(&edit, &SearchLineEdit::controlF);
         LogCapture log;
-        QTest::keySequence(&edit, QKeySequence(QString::fromLatin1(QTest::currentDataTag())));
-        const QString emitted = QString(spyN.count(), 'N') + QString(spyF.count(), 'F');
-        QCOMPARE(edit.text().insert(edit.cursorPosition(), '|') + '/' + edit.selectedText() + '/' +
-                     emitted,
-                 expected);
-        // A signal comes with its time-stamped line.
-        const QString line =
-            kSource + ": keyPressEvent Cntrl " + emitted + " pressed in the Search Edit Box";
-        QCOMPARE(log.unstamped().filter("Cntrl").size(), emitted.size());
-        QVERIFY(emitted.isEmpty() || (log.containsUnstamped(line) && !log.contains(line)));
+        for (const char *keys : {"Up", "Up", "Down", "Ctrl+N", "Ctrl+G", "Ctrl+F", "Ctrl+F"})
+            QTest::keySequence(&edit, QKeySequence(QString::fromLatin1(keys)));
+        QVERIFY(edit.cursorPosition() == 1 && spyN.count() == 1 && spyF.count() == 2);
+        const QString line = kSource + ": keyPressEvent Cntrl F pressed in the Search Edit Box";
+        QVERIFY(log.countUnstamped(line) == 2 && !log.contains(line));
     }
     void callSetting_data()
     {
         QTest::addColumn<QString>("callVoice");
         QTest::addColumn<QString>("ids");
         QTest::newRow("empty") << QString("") << "1,2,4,6";
-        QTest::newRow("1") << QString("1") << "1,2,3,4,6";
         QTest::newRow("10") << QString("10") << "1,2,3,4,6";
         QTest::newRow("01") << QString("01") << "1,2,4,6";
     }

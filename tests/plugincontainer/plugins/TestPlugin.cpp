@@ -1,7 +1,6 @@
 // The test plugins, built once per url with the options of pc_test_plugin (CMakeLists.txt); each
 // logs "@Load:<tag>", "@Initialize:<tag>", ... As the device manager it runs the simulator's
-// detection; PROBE_DETECT=sync waits until the event has been delivered (so that the container's
-// wait begins after it), PROBE_DETECT=block stalls the detection for 9 s.
+// detection.
 #include "PluginInterfaces.h"
 
 #include <NexoSim.h>
@@ -54,12 +53,7 @@ public:
     void StartDetectDevice() override
     {
         qDebug("@StartDetectDevice:%s", QThread::currentThread()->metaObject()->className());
-        const QByteArray mode = qgetenv("PROBE_DETECT");
-        if (mode == "block")
-            QThread::msleep(9000);
         NexoSim_StartDetection();
-        if (mode == "sync")
-            NexoSim_WaitIdle(5000);
     }
     QString GetLastUsedDevice() override
     {
