@@ -53,6 +53,8 @@ signals:
     void dlgCloseEvent();
 
 public slots:
+    // Takes a content size (as LdMessageBox reports it): with custom chrome the dialog grows by
+    // its border so that the content stays whole.
     void changeSize(QSize size);
 
 protected:

@@ -62,6 +62,8 @@ private slots:
         dialog.show();
         QCOMPARE(pContent->size(), QSize(294, 168));
         QCOMPARE(dialog.GetTileBar()->size(), QSize(297, 24));
+        dialog.changeSize(QSize(100, 50)); // a content size: the border comes on top
+        QCOMPARE(dialog.size(), QSize(106, 82));
         QCOMPARE(dialog.findChild<QFrame *>(QString(), Qt::FindDirectChildrenOnly)->objectName(),
                  frameName);
         QVERIFY(!dialog.GetTileBar()->findChild<QWidget *>("Core_ButtonClose")->isHidden());

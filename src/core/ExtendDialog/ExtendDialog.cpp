@@ -106,6 +106,10 @@ void ExtendDialog::setLayout(QLayout *layout)
 
 void ExtendDialog::changeSize(QSize size)
 {
+    // The content sits inside the border; a dialog of the content's bare size would cut off its
+    // bottom and right by the title height and the frame width.
+    if (m_bCusTitle)
+        size += QSize(2 * m_iFrameWidth, m_iTitleHeight + m_iFrameWidth);
     resize(size);
 }
 
