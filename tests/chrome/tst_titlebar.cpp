@@ -1,3 +1,4 @@
+#include "ExtendDialog.h"
 #include "LogCapture.h"
 #include "Ticker.h"
 #include "TitleBar.h"
@@ -240,6 +241,28 @@ private slots:
         const QPoint local = onIcon ? pIcon->geometry().center() : QPoint(150, 10);
         window.send(QEvent::MouseButtonDblClick, window.bar->mapToGlobal(local));
         QCOMPARE(window.bar->IsMaximized(), maximized);
+    }
+
+    // Visible non-modal frames go and come back; modal, hidden and other windows stay as they are.
+    void hideAndRestorePopups()
+    {
+        Window main;
+        ExtendDialog shown, modal, hidden;
+        QWidget plain;
+        shown.setObjectName("shownDialog");
+        modal.setModal(true);
+        for (QWidget *pWidget :
+             {static_cast<QWidget *>(&shown), static_cast<QWidget *>(&modal), &plain})
+            pWidget->show();
+        LogCapture log;
+        main.bar->HideAllPopupWindow();
+        QVERIFY(shown.isHidden() && !modal.isHidden() && !plain.isHidden() && hidden.isHidden());
+        QVERIFY(!main.widget->isHidden());
+        QCOMPARE(log.texts().filter("HideAllPopupWindow"),
+                 QStringList("../../src/core/TitleBar/TitleBar, HideAllPopupWindow :hide widget "
+                             "shownDialog during hide main"));
+        main.bar->RestoreAllPopupWindow();
+        QVERIFY(!shown.isHidden() && hidden.isHidden());
     }
 
     // The ticker keeps the text with ten trailing blanks even where it is not laid out.
