@@ -64,7 +64,10 @@ void TitleBar::buildLayout()
     m_pLayout->addWidget(m_pLabelTitle);
     if (parentWidget() && parentWidget()->objectName() == QLatin1String(kMainFrameWindow)) {
         m_pLayout->addStretch();
-        m_pLayout->addWidget(m_pTicker);
+        // A broadcast is often longer than the bar: the ticker takes the room the title leaves
+        // instead of squeezing the title to its minimum.
+        m_pTicker->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        m_pLayout->addWidget(m_pTicker, 1);
         m_pLayout->addSpacing(3);
         m_pTicker->setObjectName(QStringLiteral("Core_CBSLabel_MainFrame"));
     } else {
