@@ -29,6 +29,8 @@ private slots:
     void pluginSetFollowsDeviceAndOperator_data();
     void pluginSetFollowsDeviceAndOperator();
     void badCommandLineFails();
+    void customChrome_data();
+    void customChrome();
 
 private:
     // Runs the application with a fresh settings file; returns its log without time stamps.
@@ -72,8 +74,10 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
     QTest::addColumn<QString>("lastUsed");        // device kept for the next start
     QTest::addColumn<QStringList>("order");       // lines that appear in this order
 
-    // The device manager comes with the container, the main frame right after it.
-    const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin", "StatusBarMgrPlugin"};
+    // The device manager comes with the container, the main frame right after it; the main
+    // frame's toolbar asks for the call plugin while it is built.
+    const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin", "CallUIPlugin",
+                                "StatusBarMgrPlugin"};
     const QStringList withNotify = common + QStringList{"NotifyPlugin"};
     const QString unloaded =
         QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
@@ -82,7 +86,7 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
     const QString container = QStringLiteral("../../src/core/PluginContainer/PluginContainer: ");
     QTest::newRow("no device")
         << QStringList{} << common << QString()
-        << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 4",
+        << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 5",
                        container + "UpdateAllStaticOrActivePlugins: XFramePlugin to be loaded..."};
     // Worker threads end before start-up is torn down and the plugins are released.
     QTest::newRow("E3372 adds notifications")
@@ -93,7 +97,7 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
                        "thread: NotifyWorker: run",
                        kEndOfStartup, "NotifyPlugin: Release"};
     QTest::newRow("K5160 removes the status bar")
-        << QStringList{"--device", "K5160"} << QStringList(common.mid(0, 2)) << "K5160"
+        << QStringList{"--device", "K5160"} << QStringList(common.mid(0, 3)) << "K5160"
         << QStringList{};
     QTest::newRow("operator adds notifications")
         << QStringList{"--operator", "nordtel"} << withNotify << QString() << QStringList{};
@@ -142,6 +146,36 @@ void tst_App::badCommandLineFails()
     const QStringList log = runApp({"--quit-after", "soon"});
     QVERIFY(m_exitCode > 0);
     QVERIFY(!log.filter("--quit-after needs a number of milliseconds").isEmpty());
+}
+
+// The main window draws its own title bar; a cell broadcast reaches its ticker, a rejected
+// device brings up the notice, and neither keeps the application from quitting on time.
+void tst_App::customChrome_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("expectedLine");
+    QTest::addColumn<bool>("expected");
+    const QString cbs = "../../src/core/TitleBar/TitleBar, TitleBarShowCBS : set CBS Content";
+    QTest::newRow("cell broadcast") << QStringList{"--cbs", "Storm"} << cbs << true;
+    QTest::newRow("no cell broadcast") << QStringList{} << cbs << false;
+    QTest::newRow("device rejected") << QStringList{"--reject-device-after", "300"}
+                                     << "DeviceMgrUIPlugin: device rejected" << true;
+}
+
+void tst_App::customChrome()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, expectedLine);
+    QFETCH(bool, expected);
+    const QStringList log = runApp(arguments + QStringList{"--no-splash", "--quit-after", "1200"});
+    QVERIFY2(m_exitCode == 0, qPrintable(log.join('\n')));
+    QCOMPARE(log.contains(expectedLine), expected);
+    // The title bar's blue runs across the top, above the light menu bar.
+    const QImage screen(m_dir.filePath("screen.png"));
+    const QColor title = screen.pixelColor(screen.width() / 2, 3);
+    const QColor menu = screen.pixelColor(screen.width() / 2, 40);
+    QVERIFY2(title.blue() > title.red() + 60 && menu.red() > 200,
+             qPrintable(title.name() + " " + menu.name()));
 }
 
 QTEST_GUILESS_MAIN(tst_App)
