@@ -3,12 +3,14 @@
 
 #include "CoreGlobal.h"
 
+#include <QPixmap>
 #include <QString>
 #include <QWidget>
 
 // One-line marquee: the text scrolls one pixel to the left every 30 ms while the widget is
-// shown, copies laid end to end so the strip wraps round without a seam. Only the uncovered
-// one-pixel column is repainted per tick.
+// shown, copies laid end to end so the strip wraps round without a seam. The ticker is opaque
+// (it paints its parent's background, cached, beneath the text), so each tick moves the pixels
+// already drawn and repaints only the uncovered one-pixel column.
 class CORE_EXPORT Ticker : public QWidget
 {
     Q_OBJECT
@@ -28,13 +30,18 @@ protected:
     void hideEvent(QHideEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
 
 private:
     int textWidth() const;
+    // What the parent draws beneath the ticker, rendered once per place and size.
+    const QPixmap &background();
 
     QString m_strText;
     int m_iOffset = 0;
     int m_iTimerId = 0;
+    QPixmap m_background;
 };
 
 #endif // LINKDECK_TICKER_H

@@ -73,6 +73,32 @@ private slots:
         QCOMPARE(ticker.offset(), 8);
     }
 
+    // A tick shifts what is drawn and repaints only the uncovered column at the right edge.
+    void tickRepaintsOneColumn()
+    {
+        QWidget parent;
+        auto *pTicker = new Ticker(&parent);
+        pTicker->setText(QStringLiteral("Storm warning"));
+        pTicker->setGeometry(10, 5, 120, 20);
+        parent.resize(200, 40);
+        parent.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&parent));
+        struct PaintSpy : QObject
+        {
+            QRegion painted;
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                if (event->type() == QEvent::Paint)
+                    painted += static_cast<QPaintEvent *>(event)->region();
+                return false;
+            }
+        } spy;
+        pTicker->installEventFilter(&spy);
+        tick(*pTicker, 1, pTicker->timerId());
+        QCoreApplication::processEvents();
+        QCOMPARE(spy.painted, QRegion(119, 0, 1, 20));
+    }
+
     void sizeHintFollowsText()
     {
         Ticker ticker;

@@ -1,5 +1,6 @@
 #include "Ticker.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -11,7 +12,11 @@ constexpr int kTickMs = 30;
 
 Ticker::Ticker(QWidget *parent)
     : QWidget(parent)
-{}
+{
+    // Opaque, scroll() shifts the drawn pixels instead of repainting the whole strip and the
+    // parent beneath it: a scrolling broadcast must cost next to nothing.
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
 
 void Ticker::setText(const QString &text)
 {
@@ -57,12 +62,41 @@ void Ticker::timerEvent(QTimerEvent *event)
     scroll(-1, 0);
 }
 
-void Ticker::paintEvent(QPaintEvent *)
+void Ticker::resizeEvent(QResizeEvent *event)
 {
+    QWidget::resizeEvent(event);
+    m_background = QPixmap();
+}
+
+void Ticker::moveEvent(QMoveEvent *event)
+{
+    QWidget::moveEvent(event);
+    m_background = QPixmap();
+}
+
+const QPixmap &Ticker::background()
+{
+    if (!m_background.isNull() || size().isEmpty())
+        return m_background;
+    m_background = QPixmap(size());
+    m_background.fill(palette().color(backgroundRole()));
+    if (QWidget *pParent = parentWidget())
+        pParent->render(&m_background, QPoint(), QRegion(geometry()),
+                        QWidget::DrawWindowBackground);
+    return m_background;
+}
+
+void Ticker::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(this);
+    const QRect dirty = event->rect();
+    painter.drawPixmap(dirty, background(), dirty);
     const int width = textWidth();
     if (width < 1)
         return;
-    QPainter painter(this);
-    for (int x = -m_iOffset; x <= this->width() - 1; x += width)
-        painter.drawText(QRect(x, 0, width, height()), Qt::AlignLeft | Qt::AlignVCenter, m_strText);
+    for (int x = -m_iOffset; x <= this->width() - 1; x += width) {
+        const QRect copy(x, 0, width, height());
+        if (copy.intersects(dirty))
+            painter.drawText(copy, Qt::AlignLeft | Qt::AlignVCenter, m_strText);
+    }
 }
