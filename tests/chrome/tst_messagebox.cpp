@@ -1,5 +1,4 @@
 #include "CommonUtils.h"
-#include "ExtendDialog.h"
 #include "TestFiles.h"
 
 #include <QLabel>
@@ -14,8 +13,8 @@ using ShowFunction = int (*)(QMessageBox::Icon, QWidget *, QString, QString, QSt
 const ShowFunction kFunctions[] = {&CommonUtils::ShowMessage, &CommonUtils::ShowMessageCustomize,
                                    &CommonUtils::ShowMessageEx,
                                    &CommonUtils::ShowMessageForPhotoEdit};
-enum Function { Plain, Customize, Ex, PhotoEdit };
 enum Action { First, Second, Third, CloseButton, Escape, CallerClose };
+const char kExName[] = "DevMgr_SimLockPromptDlg";
 
 // What the open box looked like.
 struct Seen
@@ -26,55 +25,43 @@ struct Seen
     QSize boxSize;
 };
 
-QPushButton *buttonWithText(QMessageBox *pBox, const QString &text)
+void act(QDialog *pFrame, QMessageBox *pBox, Action action)
 {
     const QList<QAbstractButton *> buttons = pBox->buttons();
     for (QAbstractButton *pButton : buttons) {
-        if (pButton->text() == text)
-            return qobject_cast<QPushButton *>(pButton);
+        if (action <= Third && pButton->text() == QStringList({"Yes", "No", "Cancel"})[action])
+            pButton->click();
     }
-    return nullptr;
-}
-
-void act(QDialog *pFrame, QMessageBox *pBox, Action action)
-{
-    switch (action) {
-    case First:
-    case Second:
-    case Third:
-        buttonWithText(pBox, QStringList{"Yes", "No", "Cancel"}[action])->click();
-        break;
-    case CloseButton:
+    if (action == CloseButton)
         pFrame->findChild<QAbstractButton *>("Core_ButtonClose")->click();
-        break;
-    case Escape:
+    if (action == Escape)
         QTest::keyClick(pBox, Qt::Key_Escape);
-        break;
-    case CallerClose:
+    if (action == CallerClose)
         pFrame->close();
-        break;
-    }
 }
 
-// Runs the function with Yes, Cancel and No buttons and acts on the box once it is open.
-int show(Function function, Action action, Seen &seen, QDialog **ppDialog,
-         const QString &defaultId = QString(), bool showClose = true)
+// Runs a function with Yes, Cancel and No buttons and acts on the box once it is open; the
+// frame comes from argument 10.
+int show(int function, Action action, Seen &seen, const QString &defaultId = QString(),
+         bool showClose = true)
 {
-    QTimer::singleShot(0, [&seen, ppDialog, action] {
-        seen.frame = *ppDialog;
-        auto *pBox = seen.frame->findChild<QMessageBox *>();
+    QDialog *pDialog = nullptr;
+    QTimer::singleShot(0, [&seen, &pDialog, action] {
+        seen.frame = pDialog;
+        auto *pBox = pDialog->findChild<QMessageBox *>();
         seen.text = pBox->text();
         seen.defaultButton = pBox->defaultButton() ? pBox->defaultButton()->text() : QString();
-        seen.frameName = seen.frame->objectName();
+        seen.frameName = pDialog->objectName();
         if (auto *pLabel = pBox->findChild<QLabel *>("LDKMessageBoxEx_MsgWidget"))
             seen.labelName = pLabel->objectName();
-        seen.closeShown = !seen.frame->findChild<QWidget *>("Core_ButtonClose")->isHidden();
+        seen.closeShown = !pDialog->findChild<QWidget *>("Core_ButtonClose")->isHidden();
         seen.boxSize = pBox->size();
-        act(seen.frame, pBox, action);
+        act(pDialog, pBox, action);
     });
-    return kFunctions[function](QMessageBox::Question, nullptr, "Title", "Do it?", "IDS_YES",
-                                "IDS_CANCEL", "IDS_NO", false, Qt::Dialog, ppDialog, defaultId,
-                                showClose);
+    const int result = kFunctions[function](QMessageBox::Question, nullptr, "Title", "Do it?",
+                                            "IDS_YES", "IDS_CANCEL", "IDS_NO", false, Qt::Dialog,
+                                            &pDialog, defaultId, showClose);
+    return pDialog ? -1 : result;
 }
 
 } // namespace
@@ -92,73 +79,51 @@ private slots:
             "<item name=\"IDS_CANCEL\">Cancel</item></language>"));
     }
 
+    // Ok for the first button, No for the second, Cancel otherwise; argument 10 null after;
+    // the look each function gives the box.
     void result_data()
     {
-        QTest::addColumn<int>("function");
-        QTest::addColumn<int>("action");
-        QTest::addColumn<int>("expected");
-        QTest::newRow("first button") << int(Plain) << int(First) << int(QMessageBox::Ok);
-        QTest::newRow("second button") << int(Plain) << int(Second) << int(QMessageBox::No);
-        QTest::newRow("third button") << int(Plain) << int(Third) << int(QMessageBox::Cancel);
-        QTest::newRow("frame close") << int(Plain) << int(CloseButton) << int(QMessageBox::Cancel);
-        QTest::newRow("escape") << int(Plain) << int(Escape) << int(QMessageBox::Cancel);
-        QTest::newRow("caller closes")
-            << int(Plain) << int(CallerClose) << int(QMessageBox::Cancel);
-        QTest::newRow("customize, second") << int(Customize) << int(Second) << int(QMessageBox::No);
-        QTest::newRow("ex, first") << int(Ex) << int(First) << int(QMessageBox::Ok);
-        QTest::newRow("ex, escape") << int(Ex) << int(Escape) << int(QMessageBox::Cancel);
-        QTest::newRow("photo, second") << int(PhotoEdit) << int(Second) << int(QMessageBox::No);
+        for (const char *column : {"function", "action", "expected", "showClose", "closeShown"})
+            QTest::addColumn<int>(column);
+        QTest::addColumn<QString>("defaultId");
+        QTest::addColumn<QString>("defaultButton");
+        QTest::addColumn<QString>("frameName");
+        QTest::addColumn<QSize>("boxSize");
+        const int ok = QMessageBox::Ok, no = QMessageBox::No, cancel = QMessageBox::Cancel;
+        const auto row = [](const char *name, int function, Action action, int expected,
+                            bool closes, const char *defaultId = "", const char *defaultButton = "",
+                            const char *frame = "", QSize box = QSize()) {
+            QTest::newRow(name) << function << int(action) << expected
+                                << int(function >= 2 || closes) << int(closes) << QString(defaultId)
+                                << QString(defaultButton) << QString(frame) << box;
+        };
+        const QSize ex(294, 80);
+        row("first button", 0, First, ok, true, "IDS_NO", "No");
+        row("second button", 0, Second, no, true);
+        row("third button", 0, Third, cancel, true);
+        row("frame close", 0, CloseButton, cancel, true);
+        row("escape", 0, Escape, cancel, true);
+        row("caller closes", 0, CallerClose, cancel, true);
+        row("customize, no close asked", 1, Second, no, false);
+        row("ex ignores close", 2, First, ok, false, "IDS_CANCEL", "Cancel", kExName, ex);
+        row("ex, escape", 2, Escape, cancel, false, "", "", kExName, ex);
+        row("photo", 3, Second, no, false, "IDS_YES", "Yes", "MessageBoxForPhotoedit", {220, 80});
     }
     void result()
     {
         QFETCH(int, function);
         QFETCH(int, action);
-        QFETCH(int, expected);
-        Seen seen;
-        QDialog *pDialog = nullptr;
-        QCOMPARE(show(Function(function), Action(action), seen, &pDialog), expected);
-        QVERIFY(seen.frame);
-        QCOMPARE(pDialog, nullptr);
-        QCOMPARE(seen.text, QStringLiteral(" Do it?"));
-    }
-
-    void appearance_data()
-    {
-        QTest::addColumn<int>("function");
-        QTest::addColumn<bool>("showCloseArgument");
-        QTest::addColumn<QString>("defaultId");
-        QTest::addColumn<bool>("closeShown");
-        QTest::addColumn<QString>("defaultButton");
-        QTest::addColumn<QString>("frameName");
-        QTest::addColumn<QSize>("boxSize");
-        QTest::newRow("close asked") << int(Plain) << true << "IDS_NO" << true << "No"
-                                     << "" << QSize();
-        QTest::newRow("close not asked") << int(Customize) << false << "" << false << ""
-                                         << "" << QSize();
-        QTest::newRow("ex ignores close") << int(Ex) << true << "IDS_CANCEL" << false << "Cancel"
-                                          << "DevMgr_SimLockPromptDlg" << QSize(294, 80);
-        QTest::newRow("photo") << int(PhotoEdit) << true << "IDS_YES" << false << "Yes"
-                               << "MessageBoxForPhotoedit" << QSize(220, 80);
-    }
-    void appearance()
-    {
-        QFETCH(int, function);
-        QFETCH(bool, showCloseArgument);
+        QFETCH(int, showClose);
         QFETCH(QString, defaultId);
-        QFETCH(bool, closeShown);
-        QFETCH(QString, defaultButton);
-        QFETCH(QString, frameName);
         QFETCH(QSize, boxSize);
         Seen seen;
-        QDialog *pDialog = nullptr;
-        show(Function(function), First, seen, &pDialog, defaultId, showCloseArgument);
-        QCOMPARE(seen.closeShown, closeShown);
-        QCOMPARE(seen.defaultButton, defaultButton);
-        QCOMPARE(seen.frameName, frameName);
-        if (boxSize.isValid()) {
-            QCOMPARE(seen.boxSize, boxSize);
-            QCOMPARE(seen.labelName, QStringLiteral("LDKMessageBoxEx_MsgWidget"));
-        }
+        QTEST(show(function, Action(action), seen, defaultId, showClose), "expected");
+        QCOMPARE(seen.text, QStringLiteral(" Do it?"));
+        QTEST(int(seen.closeShown), "closeShown");
+        QTEST(seen.defaultButton, "defaultButton");
+        QTEST(seen.frameName, "frameName");
+        QCOMPARE(seen.boxSize == boxSize, boxSize.isValid());
+        QCOMPARE(seen.labelName.isEmpty(), !boxSize.isValid());
     }
 
     void addButtonRefuses()
@@ -166,11 +131,7 @@ private slots:
         QMessageBox box;
         QVERIFY(!CommonUtils::addMessageboxButton("IDS_YES", "", QMessageBox::YesRole, nullptr));
         QVERIFY(!CommonUtils::addMessageboxButton("", "", QMessageBox::YesRole, &box));
-        QPushButton *pButton =
-            CommonUtils::addMessageboxButton("IDS_YES", QString(), QMessageBox::YesRole, &box);
-        QVERIFY(pButton);
-        QCOMPARE(pButton->text(), QStringLiteral("Yes"));
-        QCOMPARE(box.buttonRole(pButton), QMessageBox::YesRole);
+        QVERIFY(CommonUtils::addMessageboxButton("IDS_YES", QString(), QMessageBox::YesRole, &box));
         QCOMPARE(box.defaultButton(), nullptr);
     }
 };
