@@ -74,6 +74,16 @@ void Ticker::moveEvent(QMoveEvent *event)
     m_background = QPixmap();
 }
 
+void Ticker::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    // A new skin or palette repaints the parent differently.
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::PaletteChange) {
+        m_background = QPixmap();
+        update();
+    }
+}
+
 const QPixmap &Ticker::background()
 {
     if (!m_background.isNull() || size().isEmpty())
