@@ -60,6 +60,8 @@ void AppController::start()
     m_configPoll.start();
     if (!m_options.switchDevice.isEmpty())
         QTimer::singleShot(m_options.switchAfterMs, this, &AppController::switchDevice);
+    if (m_options.rejectAfterMs >= 0)
+        NexoSim_PostEvent(NEXO_EVENT_DEV_REJECT, m_options.rejectAfterMs);
     if (m_options.quitAfterMs >= 0)
         QTimer::singleShot(m_options.quitAfterMs, &m_app, &QCoreApplication::quit);
 }
@@ -81,6 +83,8 @@ void AppController::configureSimulator()
         setSimulatedDevices(m_options.devices);
     if (!m_options.operatorName.isEmpty())
         NexoSim_SetCustomizeName(m_options.operatorName.toLocal8Bit().constData());
+    if (!m_options.cellBroadcast.isEmpty())
+        NexoSim_SetCellBroadcast(m_options.cellBroadcast.toUtf8().constData());
 }
 
 void AppController::applyLanguageAndOperator()

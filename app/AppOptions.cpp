@@ -63,8 +63,16 @@ AppOptions parseAppOptions(const QCoreApplication &app)
         QStringLiteral("ms"));
     const QCommandLineOption noSplash(QStringLiteral("no-splash"),
                                       QStringLiteral("Do not show the splash screen."));
+    const QCommandLineOption cbs(
+        QStringLiteral("cbs"),
+        QStringLiteral("Cell-broadcast text the simulated network sends (shown in the title bar)."),
+        QStringLiteral("text"));
+    const QCommandLineOption rejectAfter(
+        QStringLiteral("reject-device-after"),
+        QStringLiteral("The simulated service rejects the device after this many milliseconds."),
+        QStringLiteral("ms"));
     parser.addOptions({device, operatorOption, language, screenshot, quitAfter, switchDevice,
-                       switchAfter, noSplash});
+                       switchAfter, noSplash, cbs, rejectAfter});
     parser.process(app);
 
     if (!parser.positionalArguments().isEmpty())
@@ -87,5 +95,8 @@ AppOptions parseAppOptions(const QCoreApplication &app)
     options.switchDevice = parser.value(switchDevice);
     if (parser.isSet(switchAfter))
         options.switchAfterMs = milliseconds(parser, switchAfter);
+    options.cellBroadcast = parser.value(cbs);
+    if (parser.isSet(rejectAfter))
+        options.rejectAfterMs = milliseconds(parser, rejectAfter);
     return options;
 }

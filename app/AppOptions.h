@@ -17,6 +17,8 @@ struct AppOptions
     QString switchDevice;   // the device the simulated service reports from switchAfterMs on
     int switchAfterMs = 1000;
     bool noSplash = false;
+    QString cellBroadcast;  // the text the simulated network broadcasts (title-bar ticker)
+    int rejectAfterMs = -1; // the service rejects the device this long after start; -1 never
 };
 
 // Parses the application's arguments; prints the help or an error and exits on bad input.

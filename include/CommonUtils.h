@@ -13,6 +13,7 @@
 class IDeviceMgr;
 class ILayout;
 class QDialog;
+class QPushButton;
 class QThread;
 class QWidget;
 
@@ -111,13 +112,39 @@ public:
     static void setObjectNameExForLDK(QWidget *pWidget, QString strName);
 
     // ---- Message boxes ------------------------------------------------------------------------
-    // The photo editor's question: QMessageBox::Ok for the first button, QMessageBox::No for the
-    // second and QMessageBox::Cancel for anything else. A null parent means the main window.
+    // A box inside an ExtendDialog with up to three buttons labelled by text identifiers of
+    // XFramePlugin (an empty identifier leaves the button out): first (yes), third (reject) and
+    // second (no), in this argument order. Blocks until closed and returns QMessageBox::Ok for the
+    // first button, QMessageBox::No for the second and QMessageBox::Cancel for anything else
+    // (third button, the frame's close button, Escape, no frame). ppDialog holds the frame while
+    // the box is open and null after. A null parent means the main window.
+    static int ShowMessage(QMessageBox::Icon icon, QWidget *pParent, QString strTitle,
+                           QString strText, QString strYesId, QString strRejectId, QString strNoId,
+                           bool bBeep, QFlags<Qt::WindowType> flags, QDialog **ppDialog = nullptr,
+                           QString strDefaultId = QString(), bool bShowClose = true);
+    // As ShowMessage, window-modal.
+    static int ShowMessageCustomize(QMessageBox::Icon icon, QWidget *pParent, QString strTitle,
+                                    QString strText, QString strYesId, QString strRejectId,
+                                    QString strNoId, bool bBeep, QFlags<Qt::WindowType> flags,
+                                    QDialog **ppDialog = nullptr, QString strDefaultId = QString(),
+                                    bool bShowClose = true);
+    // A 294 x 80 prompt "DevMgr_SimLockPromptDlg" shaped by the device manager's mask bitmap;
+    // never a close button, buttons take no focus.
+    static int ShowMessageEx(QMessageBox::Icon icon, QWidget *pParent, QString strTitle,
+                             QString strText, QString strYesId, QString strRejectId,
+                             QString strNoId, bool bBeep, QFlags<Qt::WindowType> flags,
+                             QDialog **ppDialog = nullptr, QString strDefaultId = QString(),
+                             bool bShowClose = false);
+    // As ShowMessageEx, 220 x 80, "MessageBoxForPhotoedit", without an icon.
     static int ShowMessageForPhotoEdit(QMessageBox::Icon icon, QWidget *pParent, QString strTitle,
                                        QString strText, QString strYesId, QString strRejectId,
                                        QString strNoId, bool bBeep, QFlags<Qt::WindowType> flags,
                                        QDialog **ppDialog = nullptr,
                                        QString strDefaultId = QString(), bool bShowClose = false);
+    // Adds a button labelled with the translated identifier, the default one when the identifier
+    // equals strDefaultId; null for a null box or an empty identifier.
+    static QPushButton *addMessageboxButton(QString strTextId, QString strDefaultId,
+                                            QMessageBox::ButtonRole role, QMessageBox *pBox);
 };
 
 #endif // LINKDECK_COMMONUTILS_H

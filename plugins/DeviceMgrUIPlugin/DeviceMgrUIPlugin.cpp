@@ -1,5 +1,7 @@
 #include "DeviceMgrUIPlugin.h"
 
+#include "Change.h"
+#include "CommonUtils.h"
 #include "IPluginContainer.h"
 #include "LastUsedDevice.h"
 #include "NexoSim.h"
@@ -84,6 +86,9 @@ int DeviceMgrUIPlugin::onDeviceEvent(int enNotifyType, void *)
         return 1;
     // Whatever the answer to start-up's detection is, later events are device changes.
     const bool bStartup = pPlugin->m_bStartupDetection.exchange(false);
+    if (enNotifyType == NEXO_EVENT_DEV_REJECT)
+        QMetaObject::invokeMethod(
+            pPlugin, [pPlugin] { pPlugin->deviceRejected(); }, Qt::QueuedConnection);
     if (enNotifyType != NEXO_EVENT_DEV_DETECTED)
         return 1;
     // Several devices or none leave the stored one as it is, which is also what start-up falls
@@ -116,4 +121,15 @@ void DeviceMgrUIPlugin::deviceDetected(const QString &device)
     // This plugin is part of every device's set, so it survives the update it starts.
     if (!enabled.isEmpty() || !disabled.isEmpty())
         pContainer->UpdateAllStaticOrActivePlugins();
+}
+
+void DeviceMgrUIPlugin::deviceRejected()
+{
+    qDebug("%s: device rejected", kName);
+    const QString plugin = QLatin1String(kName);
+    CommonUtils::ShowMessageEx(QMessageBox::Warning, nullptr,
+                               Change::tr(QStringLiteral("IDS_DEVICE_REJECTED_TITLE"), plugin),
+                               Change::tr(QStringLiteral("IDS_DEVICE_REJECTED_TEXT"), plugin),
+                               QStringLiteral("IDS_OK"), QString(), QString(), true, Qt::Dialog,
+                               nullptr, QStringLiteral("IDS_OK"));
 }

@@ -33,6 +33,8 @@ private:
     static int onDeviceEvent(int enNotifyType, void *pData);
     // On the user-interface thread: the device the service now reports.
     void deviceDetected(const QString &device);
+    // On the user-interface thread: the service refused the device (SIM lock and the like).
+    void deviceRejected();
     void unregisterCallback();
 
     // Set while the detection start-up asked for is under way: its result is start-up's business.

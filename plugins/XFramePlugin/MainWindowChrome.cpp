@@ -231,8 +231,10 @@ void MainWindowChrome::toggleToolBar()
 
 void MainWindowChrome::showAbout()
 {
-    QMessageBox::about(m_pWindow, text(QStringLiteral("IDS_ABOUT_TITLE")),
-                       text(QStringLiteral("IDS_ABOUT_TEXT")));
+    CommonUtils::ShowMessage(
+        QMessageBox::Information, m_pWindow, text(QStringLiteral("IDS_ABOUT_TITLE")),
+        text(QStringLiteral("IDS_ABOUT_TEXT")), QStringLiteral("IDS_OK"), QString(), QString(),
+        false, Qt::Dialog | Qt::WindowCloseButtonHint, nullptr, QStringLiteral("IDS_OK"), true);
 }
 
 void MainWindowChrome::showWindow()
@@ -264,10 +266,8 @@ void MainWindowChrome::detectDevice()
 
 void MainWindowChrome::makeCall()
 {
-    // The call plugin serves its call screen through the device-manager interface number.
-    if (auto *pCall = qobject_cast<ICallUIPlugin *>(
-            pluginInterface(QStringLiteral("CallUIPlugin"), LD_INTERFACE_DEVICE_MGR)))
-        pCall->MakeCall(QString(), 0);
+    // The number comes from the search box, where a user types what to look for or whom to call.
+    CommonUtils::MakeCall(m_pSearchEdit ? m_pSearchEdit->text().trimmed() : QString());
 }
 
 void MainWindowChrome::quit()

@@ -2,6 +2,7 @@
 
 #include "CommonUtils.h"
 #include "MainWindow.h"
+#include "MainWindowTitle.h"
 #include "PluginSupport.h"
 #include "Startup.h"
 
@@ -54,8 +55,11 @@ bool XFramePlugin::QueryInterface(int iInterfaceNumber, QObject **ppInterface)
 void XFramePlugin::Create(QWidget *pParent, const QRect &rect)
 {
     PluginSupport::logCall(kName, "Create");
-    if (!m_pWindow)
+    if (!m_pWindow) {
         m_pWindow = new MainWindow(pParent);
+        if (m_config.customTitleBar)
+            new MainWindowTitle(m_pWindow, m_config.titleHeight, m_config.frameWidth);
+    }
     if (rect.isValid())
         m_pWindow->setGeometry(rect);
     else

@@ -60,7 +60,8 @@ private slots:
         // The device manager comes with the container, the main frame right after it and the
         // layout of its pages while its window is built; then the rest in the library file's order.
         const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin",     "LayoutPlugin",
-                                    "AddrBookUIPlugin",  "SettingsUIPlugin", "StatusBarMgrPlugin"};
+                                    "AddrBookUIPlugin",  "SettingsUIPlugin", "CallUIPlugin",
+                                    "StatusBarMgrPlugin"};
         const QStringList withNotify = common + QStringList{"NotifyPlugin"};
         const QString unloaded =
             QStringLiteral("../../src/core/PluginContainer/PluginContainer: "
@@ -70,7 +71,7 @@ private slots:
             QStringLiteral("../../src/core/PluginContainer/PluginContainer: ");
         QTest::newRow("no device")
             << QStringList{} << common << QString()
-            << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 7",
+            << QStringList{container + "LoadAllStaticOrActivePlugin: plugin count = 8",
                            container +
                                "UpdateAllStaticOrActivePlugins: XFramePlugin to be loaded..."};
         // Worker threads end before start-up is torn down and the plugins are released.
@@ -128,6 +129,34 @@ private slots:
         const QStringList log = runApp({"--quit-after", "soon"});
         QVERIFY(m_exitCode > 0);
         QVERIFY(!log.filter("--quit-after needs a number of milliseconds").isEmpty());
+    }
+    // The main window draws its own title bar; a cell broadcast reaches its ticker, a rejected
+    // device brings up the notice, and neither keeps the application from quitting on time.
+    void customChrome_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("expectedLine");
+        QTest::addColumn<bool>("expected");
+        const QString cbs = "../../src/core/TitleBar/TitleBar, TitleBarShowCBS : set CBS Content";
+        QTest::newRow("cell broadcast") << QStringList{"--cbs", "Storm"} << cbs << true;
+        QTest::newRow("no cell broadcast") << QStringList{} << cbs << false;
+        QTest::newRow("device rejected") << QStringList{"--reject-device-after", "300"}
+                                         << "DeviceMgrUIPlugin: device rejected" << true;
+    }
+
+    void customChrome()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, expectedLine);
+        QFETCH(bool, expected);
+        const QStringList log =
+            runApp(arguments + QStringList{"--no-splash", "--quit-after", "1200"});
+        QVERIFY2(m_exitCode == 0, qPrintable(log.join('\n')));
+        QCOMPARE(log.contains(expectedLine), expected);
+        // The title bar's blue runs across the top, above the light menu bar.
+        const QImage screen(m_dir.filePath("screen.png"));
+        const QColor title = screen.pixelColor(320, 3), menu = screen.pixelColor(320, 40);
+        QVERIFY(title.blue() > title.red() + 60 && menu.red() > 200);
     }
 };
 

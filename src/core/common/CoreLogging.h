@@ -13,6 +13,8 @@ Q_DECLARE_LOGGING_CATEGORY(lcMenus)
 Q_DECLARE_LOGGING_CATEGORY(lcToolBar)
 Q_DECLARE_LOGGING_CATEGORY(lcWidgets)
 Q_DECLARE_LOGGING_CATEGORY(lcSound)
+// Title bars and dialog frames.
+Q_DECLARE_LOGGING_CATEGORY(lcChrome)
 // XML errors of any configuration file, at warning level.
 Q_DECLARE_LOGGING_CATEGORY(lcXml)
 

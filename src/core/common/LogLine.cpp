@@ -17,6 +17,14 @@ QByteArray prefix(const char *source, const char *function)
     return line;
 }
 
+QByteArray listPrefix(const char *source, const char *function)
+{
+    QByteArray line(source);
+    line += ", ";
+    line += function;
+    return line;
+}
+
 QByteArray stampedPrefix(const char *source, const char *function)
 {
     QByteArray line = timeStamp();

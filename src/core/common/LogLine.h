@@ -16,6 +16,8 @@ namespace LogLine {
 QByteArray timeStamp();
 // "<source>: <function>".
 QByteArray prefix(const char *source, const char *function);
+// "<source>, <function>": the window chrome's lines read "<source>, <function> : ...".
+QByteArray listPrefix(const char *source, const char *function);
 // "<hh:mm:ss:zzz>: <source>: <function>".
 QByteArray stampedPrefix(const char *source, const char *function);
 // A string argument for a "%s" of a log line.

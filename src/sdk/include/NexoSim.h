@@ -38,6 +38,13 @@ NEXO_API long NexoSim_WaitIdle(int timeoutMs);
    NEXO_ERR_NOT_FOUND. */
 NEXO_API long NexoSim_LoadFromSettings(void);
 
+/* The cell-broadcast message the simulated network sends; NULL or "" means none. */
+NEXO_API void NexoSim_SetCellBroadcast(const char *text);
+/* Copies the current cell-broadcast message (UTF-8) NUL-terminated, cut to fit, into buffer of
+   size bytes. Without a message set, the settings store's group "simulator", key "cbs" gives it.
+   0, NEXO_ERR_NOT_FOUND when there is no message, NEXO_ERR_INVALID_ARGUMENT for no buffer. */
+NEXO_API long NexoSim_GetCellBroadcast(char *buffer, int size);
+
 #ifdef __cplusplus
 }
 #endif
