@@ -1,11 +1,12 @@
 // The test plugins: one source, built once per url. PLUGIN_TAG names the plugin in the lines it
 // logs for the tests ("@Load:<tag>", "@Initialize:<tag>", ...), PLUGIN_INTERFACE is the interface
 // number it answers with itself, PLUGIN_INIT_RESULT is Initialize's result, PLUGIN_NO_BASE leaves
-// out the base plugin interface. As the device manager it runs the simulator's detection; the
+// out the base plugin interface. As the device manager it runs the backend's detection; the
 // environment variable PROBE_DETECT set to "sync" waits until the event has been delivered, so
 // that the container's wait begins after it, and "block" stalls the detection for 9 s.
 #include "PluginInterfaces.h"
 
+#include <NexoBackend.h>
 #include <NexoSim.h>
 
 #include <QThread>
@@ -59,7 +60,7 @@ public:
         const QByteArray mode = qgetenv("PROBE_DETECT");
         if (mode == "block")
             QThread::msleep(9000);
-        NexoSim_StartDetection();
+        NEXO_Backend_StartDetection(); // the simulator's NexoSim_StartDetection, or ModemManager's
         if (mode == "sync")
             NexoSim_WaitIdle(5000);
     }
