@@ -295,8 +295,11 @@ private:
         g_signal_connect(manager, "object-removed", G_CALLBACK(onObjectRemoved), this);
         g_signal_connect(manager, "notify::name-owner", G_CALLBACK(onNameOwner), this);
         GMainLoop *loop = g_main_loop_new(context, FALSE);
+        bool stopping = false;
         {
             std::lock_guard<std::mutex> lock(m_mutex);
+            // A shut-down that came while connecting found no loop to quit.
+            stopping = m_stopping;
             m_bus = bus;
             m_context = context;
             m_loop = loop;
@@ -309,7 +312,8 @@ private:
             m_state = State::Running;
         }
         m_stateChanged.notify_all();
-        g_main_loop_run(loop);
+        if (!stopping)
+            g_main_loop_run(loop);
 
         g_signal_handlers_disconnect_by_data(manager, this);
         g_object_unref(manager);
@@ -329,9 +333,7 @@ private:
 
     void finishThread(GMainContext *context, State state)
     {
-        // Sources still attached (posted reports) go with the context.
-        while (g_main_context_iteration(context, FALSE)) {
-        }
+        // Sources still attached (posted reports) go with the context, undispatched.
         g_main_context_pop_thread_default(context);
         g_main_context_unref(context);
         {
@@ -344,10 +346,13 @@ private:
     // Stops the thread at exit (bounded); a thread stuck in a callback is left to the exit.
     void shutdown()
     {
-        // The quit is queued on the loop: a quit before the loop has begun to run is lost.
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            m_stopping = true; // a thread still connecting then does not enter its loop
+        }
+        // Queued on the loop: a quit before the loop has begun to run would be lost.
         post([this] { g_main_loop_quit(m_loop); });
         std::unique_lock<std::mutex> lock(m_mutex);
-        m_stopping = true;
         if (!m_thread.joinable())
             return;
         if (std::this_thread::get_id() == m_thread.get_id()) {
