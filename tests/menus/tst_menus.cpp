@@ -92,14 +92,6 @@ QString shownText(const QMenu *pMenu)
     return parts.join(' ');
 }
 
-QString recordsText(const QList<MENU::QActionInfo> &records)
-{
-    QStringList parts;
-    for (const MENU::QActionInfo &info : records)
-        parts << info.textId + '@' + info.popupParent + '=' + info.action->text();
-    return parts.join(' ');
-}
-
 } // namespace
 
 class tst_Menus : public QObject
@@ -108,191 +100,165 @@ class tst_Menus : public QObject
 
 private slots:
     void init() { NexoSim_Reset(); }
-    void tree_data();
-    void tree();
-    void logLines();
-    void searchSeparator_data();
-    void searchSeparator();
-    void builtMenus();
-    void shippedMenuFileOperatorCase();
-};
-
-void tst_Menus::tree_data()
-{
-    QTest::addColumn<QString>("op");
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<QString>("expected");
-
-    // A completely read file reports false; only a document without "nexodoc" reads true.
-    QTest::newRow("popup collects a later menu element") << "" << doc(kBase) << kBaseTree;
-    QTest::newRow("entries before any top-level menu")
-        << "" << doc("ITEM:E=E POPUP:P=P SEP [null:Main] ITEM:A=A [/]") << "Main(I:IDS_A=A@null)";
-    QTest::newRow("unknown popup parents dropped; popups found by text, not id")
-        << "" << doc("[null:Main] POPUP:P=Pop [/] [Nope] ITEM:X=X SEP [/] [IDS_P] ITEM:Y=Y [/]")
-        << "Main(P:IDS_P=Pop[])";
-    QTest::newRow("types and names are case-sensitive")
-        << "" << doc(R"([null:Main] <item type="item" id="IDS_1">1</item><item type="SEPARATOR"/>
-            <item type="separator"/><item type="popup" id="IDS_3">3</item>
-            <Item type="ITEM" id="IDS_4">4</Item> ITEM:OK=Ok [/]
-            <Menu parent="null" name="Upper">ITEM:U=U</Menu>)")
-        << "Main(I:IDS_OK=Ok@null)";
-    QTest::newRow("entries between menu elements dropped")
-        << "" << doc("[null:Main] ITEM:A=A [/] ITEM:B=B SEP") << "Main(I:IDS_A=A@null)";
-    QTest::newRow("reading stops at an XML error")
-        << "" << doc("[null:Main] ITEM:A=A <broken a=> [/] [null:Late] ITEM:B=B [/]")
-        << "Main(I:IDS_A=A@null)";
-    QTest::newRow("menus after customize not read")
-        << "Nobody" << doc(kBase + QString("<customize/>[null:Late] ITEM:L=L [/]")) << kBaseTree;
-    QTest::newRow("no nexodoc root")
-        << "" << doc("[null:Main] ITEM:A=A [/]").replace("nexodoc", "other") << " read true";
-
-    const QByteArray acme = customized(kAcme);
-    QTest::newRow("operator block applied") << "Acme" << acme << kAcmeTree;
-    QTest::newRow("operator names are case-sensitive") << "acme" << acme << kBaseTree;
-    QTest::newRow("empty operator applies the first block") << "" << acme << kAcmeTree;
-    QTest::newRow("no operator from the device") << QString() << acme << kAcmeTree;
-
-    const QByteArray twoBlocks =
-        customized("<operator name=\"Acme\">[null:Main] add/ITEM:A=A [/]</operator>"
-                   "<operator name=\"Beta\">[null:Main] add/ITEM:B=B [/]</operator>");
-    QTest::newRow("later operator blocks applied too")
-        << "Acme" << twoBlocks << kBaseTree.chopped(1) + ", I:IDS_A=A@null, I:IDS_B=B@null)";
-    QTest::newRow("rem of unknown ids and other actions change nothing")
-        << "Acme"
-        << customized("<operator name=\"Acme\">[null:Main] rem/ITEM:NONE= rem/POPUP:NONE= "
-                      "ITEM:X=X <item type=\"ITEM\" action=\"Add\" id=\"IDS_Y\">Y</item> [/] "
-                      "[View:Main] rem/ITEM:NONE= [/] [Nope:Main] rem/ITEM:ZOOM= [/] "
-                      "[null:Nope] rem/ITEM:OPEN= [/]</operator>")
-        << kBaseTree;
-    QTest::newRow("rem of a popup takes its entries along")
-        << "Acme"
-        << customized("<operator name=\"Acme\">[null:Main] rem/POPUP:VIEW= [/]</operator>")
-        << "Main(I:IDS_OPEN=Open@null, S@null, I:IDS_EXIT=Exit@null)";
-}
-
-void tst_Menus::tree()
-{
-    QFETCH(QString, op);
-    QFETCH(QByteArray, contents);
-    QFETCH(QString, expected);
-    MENU::MenuParse parser;
-    NexoSim_SetCustomizeName("stale"); // a failing device must clear the name read before
-    parser.GetOperator();
-    NexoSim_SetCustomizeName(op.isNull() ? nullptr : op.toLocal8Bit().constData());
-    parser.GetOperator();
-    const bool result = parser.LoadFile(kPlugin, writeMenuFile(contents));
-    QCOMPARE(treeText(parser) + (result ? " read true" : ""), expected);
-    parser.release();
-    parser.release();
-    QCOMPARE(parser.GetMenuInfoList(), nullptr);
-}
-
-void tst_Menus::logLines()
-{
-    LogCapture log;
-    MENU::MenuParse absent(kPlugin, QStringLiteral("absent.xml"));
-    QVERIFY(log.contains(QStringLiteral("File %1/plugins/MenuTest/absent.xml does not exist")
-                             .arg(TestFiles::appDir())));
-    // A directory under the file's name cannot be read as a file; its line carries a time stamp.
-    QVERIFY(TestFiles::writeAppFile(QStringLiteral("/plugins/MenuTest/dir.xml/inner"), "x"));
-    MENU::MenuParse directory(kPlugin, QStringLiteral("dir.xml"));
-    const QString openError = kSource + ": LoadFile: file open error";
-    QVERIFY(log.containsUnstamped(openError) && !log.contains(openError));
-    QCOMPARE(treeText(absent) + treeText(directory), QString());
-
-    log.clear();
-    NexoSim_SetCustomizeName("Acme");
-    MENU::MenuParse parser(kPlugin, writeMenuFile(doc(QString("[P] POPUP:P=P [/]") + kBase +
-                                                      "<customize>" + kAcme + "</customize>")));
-    QStringList expected;
-    for (const char *stage :
-         {"ReadInfo:open file ", "ReadMenuItem:ReadMenuItem ", "AddMenuPopup:AddMenuPopup ",
-          "ReadMenuItem:read traymenu customization ", "CustomizeItemParse:ReadMenuItem "})
-        expected << kSource + ": " + stage;
-    QVERIFY2(log.containsInOrder(expected), qPrintable(log.texts().join('\n')));
-    QCOMPARE(log.count(expected.at(2)), 1);
-}
-
-void tst_Menus::searchSeparator_data()
-{
-    QTest::addColumn<QString>("entries");
-    QTest::addColumn<bool>("sms");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("switch on") << "A S SEP B SEP C" << true << "A Search | B | C";
-    QTest::newRow("switch off; a later separator shown")
-        << "A S SEP B SEP C" << false << "A Search B | C";
-    QTest::newRow("switch off, items between") << "S A B SEP C" << false << "Search A B C";
-    QTest::newRow("switch off, separator before search")
-        << "SEP A S SEP B" << false << "| A Search B";
-    QTest::newRow("switch off, two searches")
-        << "S SEP A S SEP B SEP" << false << "Search A Search B |";
-}
-
-void tst_Menus::searchSeparator()
-{
-    QFETCH(QString, entries);
-    QFETCH(bool, sms);
-    QFETCH(QString, shown);
-    CommonUtils::SetSMSSeperatorConfigValue(sms);
-    entries.replace(QRegularExpression("\\b([A-C])\\b"), "ITEM:\\1=\\1")
-        .replace(QRegularExpression("\\bS\\b"), "ITEM:MENU_SEARCH=Search");
-    MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc("[null:Main]" + entries + "[/]")));
-    QWidget parent;
-    QList<MENU::QActionInfo> records;
-    QMenu *pMenu = builder.CreateMenuBar(QStringLiteral("Main"), &parent, &records);
-    QVERIFY(pMenu && pMenu->parent() == &parent);
-    QCOMPARE(shownText(pMenu), shown);
-}
-
-void tst_Menus::builtMenus()
-{
-    QWidget parent;
-    QList<MENU::QActionInfo> records;
-    MENU::QBuildMenu empty{QString(), QString()};
-    for (const char *name : {"Main", "null", ""})
-        QCOMPARE(empty.CreateMenuBar(name, &parent, &records), nullptr);
-    QMenu *pMenu = nullptr;
+    void tree_data()
     {
-        MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc(kBase)));
-        for (const char *name : {"Tray", "main", ""})
-            QCOMPARE(builder.CreateMenuBar(name, &parent, &records), nullptr);
-        QCOMPARE(builder.CreateMenuBar(QStringLiteral("Main"), nullptr, &records), nullptr);
-        QVERIFY(records.isEmpty() && parent.children().isEmpty());
-        LogCapture log;
-        pMenu = builder.CreateMenuBar(QStringLiteral("Main"), &parent, &records);
-        QVERIFY(log.containsInOrder(
-            {kSource + ": CreateMenuBar:CreateMenuBar ", kSource + ": AddMenuItem:AddMenuItem "}));
-    }
-    // The menu and its actions outlive the builder and its tree.
-    QVERIFY(pMenu);
-    QCOMPARE(shownText(pMenu) + " / " + recordsText(records),
-             QStringLiteral("Open View[Zoom |] | Exit / IDS_OPEN@null=Open IDS_VIEW@=View "
-                            "IDS_ZOOM@View=Zoom IDS_EXIT@null=Exit"));
-    QCOMPARE(records.at(2).action, pMenu->actions().at(1)->menu()->actions().at(0));
-    for (const MENU::QActionInfo &info : qAsConst(records))
-        QCOMPARE(info.action->parent(), &parent);
-    // A sub-menu has no parent: it outlives the menu and goes with the action that opens it.
-    QPointer<QMenu> pSub = records.at(1).action->menu();
-    delete pMenu;
-    QVERIFY(pSub && !pSub->parent());
-    delete records.at(1).action;
-    QVERIFY(!pSub);
-}
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<QByteArray>("contents");
+        QTest::addColumn<QString>("expected");
 
-void tst_Menus::shippedMenuFileOperatorCase()
-{
-    QStringList trees; // without a customization name, then for the operator of the file
-    for (const char *op : {"", "nordtel"}) {
-        NexoSim_SetCustomizeName(op);
-        trees << treeText(MENU::MenuParse(QStringLiteral("XFramePlugin"), "MainMenu.xml"));
+        // A completely read file reports false; only a document without "nexodoc" reads true.
+        QTest::newRow("popup collects a later menu element") << "" << doc(kBase) << kBaseTree;
+        QTest::newRow("entries outside menu elements dropped")
+            << "" << doc("ITEM:E=E POPUP:P=P SEP [null:Main] ITEM:A=A [/] ITEM:B=B SEP")
+            << "Main(I:IDS_A=A@null)";
+        QTest::newRow("unknown popup parents dropped; popups found by text, not id")
+            << "" << doc("[null:Main] POPUP:P=Pop [/] [Nope] ITEM:X=X SEP [/] [IDS_P] ITEM:Y=Y [/]")
+            << "Main(P:IDS_P=Pop[])";
+        QTest::newRow("types and names are case-sensitive")
+            << ""
+            << doc(R"([null:Main] <item type="item" id="IDS_1">1</item><item type="SEPARATOR"/>
+                <item type="separator"/><item type="popup" id="IDS_3">3</item>
+                <Item type="ITEM" id="IDS_4">4</Item> ITEM:OK=Ok [/]
+                <Menu parent="null" name="Upper">ITEM:U=U</Menu>)")
+            << "Main(I:IDS_OK=Ok@null)";
+        QTest::newRow("reading stops at an XML error")
+            << "" << doc("[null:Main] ITEM:A=A <broken a=> [/] [null:Late] ITEM:B=B [/]")
+            << "Main(I:IDS_A=A@null)";
+        QTest::newRow("menus after customize not read")
+            << "Nobody" << doc(kBase + QString("<customize/>[null:Late] ITEM:L=L [/]"))
+            << kBaseTree;
+        QTest::newRow("no nexodoc root")
+            << "" << doc("[null:Main] ITEM:A=A [/]").replace("nexodoc", "other") << " read true";
+
+        const QByteArray acme = customized(kAcme);
+        QTest::newRow("operator block applied") << "Acme" << acme << kAcmeTree;
+        QTest::newRow("operator names are case-sensitive") << "acme" << acme << kBaseTree;
+        QTest::newRow("no operator from the device") << QString() << acme << kAcmeTree;
+
+        const QByteArray twoBlocks =
+            customized("<operator name=\"Acme\">[null:Main] add/ITEM:A=A [/]</operator>"
+                       "<operator name=\"Beta\">[null:Main] add/ITEM:B=B [/]</operator>");
+        QTest::newRow("later operator blocks applied too")
+            << "Acme" << twoBlocks << kBaseTree.chopped(1) + ", I:IDS_A=A@null, I:IDS_B=B@null)";
+        QTest::newRow("rem of unknown ids and other actions change nothing")
+            << "Acme"
+            << customized("<operator name=\"Acme\">[null:Main] rem/ITEM:NONE= rem/POPUP:NONE= "
+                          "ITEM:X=X <item type=\"ITEM\" action=\"Add\" id=\"IDS_Y\">Y</item> [/] "
+                          "[View:Main] rem/ITEM:NONE= [/] [Nope:Main] rem/ITEM:ZOOM= [/] "
+                          "[null:Nope] rem/ITEM:OPEN= [/]</operator>")
+            << kBaseTree;
+        QTest::newRow("rem of a popup takes its entries along")
+            << "Acme"
+            << customized("<operator name=\"Acme\">[null:Main] rem/POPUP:VIEW= [/]</operator>")
+            << "Main(I:IDS_OPEN=Open@null, S@null, I:IDS_EXIT=Exit@null)";
     }
-    QVERIFY(trees.first().startsWith("MainMenu(P:IDS_MENUBAR_FILE=File[I:IDS_MENU_SEARCH=Search"));
-    QCOMPARE(trees.last(),
-             trees.first()
-                 .replace("About@Help]", "About@Help], P:IDS_MENUBAR_OPERATOR=Nordtel["
-                                         "I:IDS_MENU_OPERATOR_PORTAL=Customer portal@Nordtel]")
-                 .remove("I:IDS_MENU_SEARCH=Search@null, "));
-}
+    void tree()
+    {
+        QFETCH(QString, op);
+        QFETCH(QByteArray, contents);
+        QFETCH(QString, expected);
+        MENU::MenuParse parser;
+        NexoSim_SetCustomizeName("stale"); // a failing device must clear the name read before
+        parser.GetOperator();
+        NexoSim_SetCustomizeName(op.isNull() ? nullptr : op.toLocal8Bit().constData());
+        parser.GetOperator();
+        const bool result = parser.LoadFile(kPlugin, writeMenuFile(contents));
+        QCOMPARE(treeText(parser) + (result ? " read true" : ""), expected);
+        parser.release();
+        parser.release();
+        QCOMPARE(parser.GetMenuInfoList(), nullptr);
+    }
+    void logLines()
+    {
+        LogCapture log;
+        MENU::MenuParse absent(kPlugin, QStringLiteral("absent.xml"));
+        QVERIFY(log.contains(QStringLiteral("File %1/plugins/MenuTest/absent.xml does not exist")
+                                 .arg(TestFiles::appDir())));
+        // A directory under the file's name cannot be read as a file; its line carries a time
+        // stamp.
+        QVERIFY(TestFiles::writeAppFile(QStringLiteral("/plugins/MenuTest/dir.xml/inner"), "x"));
+        MENU::MenuParse directory(kPlugin, QStringLiteral("dir.xml"));
+        const QString openError = kSource + ": LoadFile: file open error";
+        QVERIFY(log.containsUnstamped(openError) && !log.contains(openError));
+        QCOMPARE(treeText(absent) + treeText(directory), QString());
+
+        log.clear();
+        NexoSim_SetCustomizeName("Acme");
+        MENU::MenuParse parser(kPlugin, writeMenuFile(doc(QString("[P] POPUP:P=P [/]") + kBase +
+                                                          "<customize>" + kAcme + "</customize>")));
+        QStringList expected;
+        for (const char *stage :
+             {"ReadInfo:open file ", "ReadMenuItem:ReadMenuItem ", "AddMenuPopup:AddMenuPopup ",
+              "ReadMenuItem:read traymenu customization ", "CustomizeItemParse:ReadMenuItem "})
+            expected << kSource + ": " + stage;
+        QVERIFY2(log.containsInOrder(expected), qPrintable(log.texts().join('\n')));
+        QCOMPARE(log.count(expected.at(2)), 1);
+    }
+    void searchSeparator_data()
+    {
+        QTest::addColumn<QString>("entries");
+        QTest::addColumn<bool>("sms");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("switch on") << "A S SEP B SEP C" << true << "A Search | B | C";
+        QTest::newRow("switch off; a later separator shown")
+            << "A S SEP B SEP C" << false << "A Search B | C";
+        QTest::newRow("switch off, separator before search")
+            << "SEP A S SEP B" << false << "| A Search B";
+        QTest::newRow("switch off, two searches")
+            << "S SEP A S SEP B SEP" << false << "Search A Search B |";
+    }
+    void searchSeparator()
+    {
+        QFETCH(QString, entries);
+        QFETCH(bool, sms);
+        QFETCH(QString, shown);
+        CommonUtils::SetSMSSeperatorConfigValue(sms);
+        entries.replace(QRegularExpression("\\b([A-C])\\b"), "ITEM:\\1=\\1")
+            .replace(QRegularExpression("\\bS\\b"), "ITEM:MENU_SEARCH=Search");
+        MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc("[null:Main]" + entries + "[/]")));
+        QWidget parent;
+        QList<MENU::QActionInfo> records;
+        QMenu *pMenu = builder.CreateMenuBar(QStringLiteral("Main"), &parent, &records);
+        QVERIFY(pMenu && pMenu->parent() == &parent);
+        QCOMPARE(shownText(pMenu), shown);
+    }
+    void builtMenus()
+    {
+        QWidget parent;
+        QList<MENU::QActionInfo> records;
+        MENU::QBuildMenu empty{QString(), QString()};
+        for (const char *name : {"Main", "null", ""})
+            QCOMPARE(empty.CreateMenuBar(name, &parent, &records), nullptr);
+        QMenu *pMenu = nullptr;
+        {
+            MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc(kBase)));
+            for (const char *name : {"Tray", "main", ""})
+                QCOMPARE(builder.CreateMenuBar(name, &parent, &records), nullptr);
+            QCOMPARE(builder.CreateMenuBar(QStringLiteral("Main"), nullptr, &records), nullptr);
+            QVERIFY(records.isEmpty() && parent.children().isEmpty());
+            LogCapture log;
+            pMenu = builder.CreateMenuBar(QStringLiteral("Main"), &parent, &records);
+            QVERIFY(log.containsInOrder({kSource + ": CreateMenuBar:CreateMenuBar ",
+                                         kSource + ": AddMenuItem:AddMenuItem "}));
+        }
+        // The menu and its actions outlive the builder and its tree.
+        QVERIFY(pMenu);
+        QString shown = shownText(pMenu) + " /";
+        for (const MENU::QActionInfo &info : qAsConst(records)) {
+            shown += ' ' + info.textId + '@' + info.popupParent + '=' + info.action->text();
+            QCOMPARE(info.action->parent(), &parent);
+        }
+        QCOMPARE(shown, "Open View[Zoom |] | Exit / IDS_OPEN@null=Open IDS_VIEW@=View "
+                        "IDS_ZOOM@View=Zoom IDS_EXIT@null=Exit");
+        QCOMPARE(records.at(2).action, pMenu->actions().at(1)->menu()->actions().at(0));
+        // A sub-menu has no parent: it outlives the menu and goes with the action that opens it.
+        QPointer<QMenu> pSub = records.at(1).action->menu();
+        delete pMenu;
+        QVERIFY(pSub && !pSub->parent());
+        delete records.at(1).action;
+        QVERIFY(!pSub);
+    }
+};
 
 QTEST_MAIN(tst_Menus)
 #include "tst_menus.moc"

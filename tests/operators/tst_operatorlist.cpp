@@ -62,117 +62,106 @@ class tst_OperatorList : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        TestFiles::useFreshSettings();
+        QVERIFY(TestFiles::writeAppFile(
+            kDir + "StatusBarMgrPlugin_en-us.lang",
+            "<lang><item name=\"IDS_OP_CMCC\">China Mobile (translated)</item>"
+            "<item name=\"IDS_OP_AT\">Austria, translated</item></lang>"));
+    }
     void init() { QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml", kList)); }
     void cleanup() { StatusBarOpListParse::DestroyInstance(); }
-    void lookup();
-    void readsOncePerInstance();
-    void unreadableFiles();
-    void malformedXml();
-};
+    // "mcc mnc short|full|region|language key"
+    // Then one read per instance: a changed file shows only after DestroyInstance. The two
+    // section readers stamp their lines.
+    void lookup()
+    {
+        LogCapture log;
+        const QStringList expected{
+            "460 01 CU|China Unicom|China|", // pair beats MCC-only
+            "460 00 China Mobile (translated)|China Mobile|China|IDS_OP_CMCC", // translated
+            "460 03 CT|China Telecom|China|IDS_OP_MISSING",                    // no translation
+            "460 07 New|New name|China|",                // later duplicate wins
+            "232 01 A1|A1 Telekom|Austria|",             // latest Region
+            "232 001 A1 three digits||Austria|",         // leading zeros count
+            "460 02 ABC02|ABC||",                        // MCC-only composition
+            "232 05 Austria, translated|AT-||IDS_OP_AT", // MNC dropped too
+            "228 99 SUI 99|SUI ||",                      // later duplicate wins
+            "460 11 ABC11|ABC||",                        // unknown element
+            "999 99 |||",                                // MccMnc after MccOnly
+            "310 410 |||"};
+        QStringList found;
+        for (const QString &line : expected)
+            found << line.section(' ', 0, 1) + ' ' +
+                         described(line.section(' ', 0, 0), line.section(' ', 1, 1));
+        QCOMPARE(found, expected);
+        QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(),
+                 QString("OperatorList.xml"));
+        QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml",
+                                        QByteArray(kList).replace("\"CU\"", "\"Unicom\"")));
+        QCOMPARE(described("460", "01"), QString("CU|China Unicom|China|"));
+        const QString called = kSource + ": %1: called";
+        const QStringList stamped = log.texts().filter(kSource);
+        QCOMPARE(log.unstamped().filter(kSource),
+                 (QStringList{called.arg("LoadFile"), called.arg("readFile"),
+                              called.arg("readOperatorList"), called.arg("readMccMncInfo"),
+                              called.arg("readMccOnlyInfo")}));
+        QCOMPARE(stamped.mid(0, 3), log.unstamped().filter(kSource).mid(0, 3));
+        QVERIFY(LogCapture::hasStamp(stamped.at(3)) && LogCapture::hasStamp(stamped.at(4)));
 
-void tst_OperatorList::initTestCase()
-{
-    TestFiles::useFreshSettings();
-    QVERIFY(
-        TestFiles::writeAppFile(kDir + "StatusBarMgrPlugin_en-us.lang",
-                                "<lang><item name=\"IDS_OP_CMCC\">China Mobile (translated)</item>"
-                                "<item name=\"IDS_OP_AT\">Austria, translated</item></lang>"));
-}
-
-// "mcc mnc short|full|region|language key"
-void tst_OperatorList::lookup()
-{
-    const QStringList expected{
-        "460 01 CU|China Unicom|China|",                                   // pair beats MCC-only
-        "460 00 China Mobile (translated)|China Mobile|China|IDS_OP_CMCC", // translated
-        "460 03 CT|China Telecom|China|IDS_OP_MISSING",                    // no translation
-        "460 07 New|New name|China|",                                      // later duplicate wins
-        "232 01 A1|A1 Telekom|Austria|",                                   // latest Region
-        "232 001 A1 three digits||Austria|",                               // leading zeros count
-        "460 02 ABC02|ABC||",                                              // MCC-only composition
-        "232 05 Austria, translated|AT-||IDS_OP_AT",                       // MNC dropped too
-        "228 99 SUI 99|SUI ||",                                            // later duplicate wins
-        "460 11 ABC11|ABC||",                                              // unknown element
-        "999 99 |||",                                                      // MccMnc after MccOnly
-        "310 410 |||"};
-    QStringList found;
-    for (const QString &line : expected)
-        found << line.section(' ', 0, 1) + ' ' +
-                     described(line.section(' ', 0, 0), line.section(' ', 1, 1));
-    QCOMPARE(found, expected);
-    QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(), QString("OperatorList.xml"));
-
-    // A caller's own release empties the lookups; the destruction that follows frees nothing twice.
-    StatusBarOpListParse::GetInstance()->ReleaseData();
-    QCOMPARE(described("460", "01"), QString("|||"));
-}
-
-// One read per instance: a changed file shows only after DestroyInstance. The two section
-// readers stamp their lines.
-void tst_OperatorList::readsOncePerInstance()
-{
-    LogCapture log;
-    QCOMPARE(described("460", "01"), QString("CU|China Unicom|China|"));
-    QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml",
-                                    QByteArray(kList).replace("\"CU\"", "\"Unicom\"")));
-    QCOMPARE(described("460", "01"), QString("CU|China Unicom|China|"));
-    const QString called = kSource + ": %1: called";
-    QCOMPARE(
-        log.unstamped(),
-        (QStringList{called.arg("LoadFile"), called.arg("readFile"), called.arg("readOperatorList"),
-                     called.arg("readMccMncInfo"), called.arg("readMccOnlyInfo")}));
-    QCOMPARE(log.texts().mid(0, 3), log.unstamped().mid(0, 3));
-    QVERIFY(LogCapture::hasStamp(log.texts().at(3)) && LogCapture::hasStamp(log.texts().at(4)));
-
-    log.clear();
-    StatusBarOpListParse::DestroyInstance();
-    QCOMPARE(log.texts(), QStringList{called.arg("ReleaseData")});
-    QCOMPARE(described("460", "01"), QString("Unicom|China Unicom|China|"));
-}
-
-// Through LoadFile a missing file leaves the load file name alone and one that cannot be opened
-// (a directory) clears it; without its list the table answers every lookup empty.
-void tst_OperatorList::unreadableFiles()
-{
-    StatusBarOpListParse *table = StatusBarOpListParse::GetInstance();
-    const QString path = TestFiles::appDir() + kDir;
-    QVERIFY(QDir().mkpath(path + "Folder.xml"));
-    LogCapture log;
-    QVERIFY(!table->LoadFile("Missing.xml"));
-    QCOMPARE(table->GetLoadFileName(), QString("OperatorList.xml"));
-    QVERIFY(!table->LoadFile("Folder.xml"));
-    QCOMPARE(table->GetLoadFileName(), QString());
-    QVERIFY(TestFiles::removeAppPath(kDir + "OperatorList.xml"));
-    StatusBarOpListParse::DestroyInstance();
-    QCOMPARE(described("460", "01") + described("460", "02"), QString("||||||"));
-    QVERIFY2(log.containsInOrder(
-                 {kSource + ": LoadFile: File " + path + "Missing.xml does not exist",
-                  kSource + ": LoadFile: Error open file:" + path + "Folder.xml",
-                  kSource + ": LoadFile: File " + path + "OperatorList.xml does not exist"}),
-             qPrintable(log.texts().join('\n')));
-}
-
-// Entries read before the error stay; the error goes to the log in the reader's own words, as a
-// warning from the section reader and then as a debug line.
-void tst_OperatorList::malformedXml()
-{
-    const QByteArray broken =
-        "<OperatorList>\n<MccMnc>\n<Item mcc=\"1\" mnc=\"2\" shortdescr=\"Kept\"/>\n"
-        "<Item mcc=\"1\" mnc=\"3\"\n</MccMnc>\n<MccOnly><Item mcc=\"1\" "
-        "shortdescr=\"Never\"/></MccOnly>\n</OperatorList>\n";
-    QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml", broken));
-    LogCapture log;
-    QCOMPARE(described("1", "2") + described("1", "9"), QString("Kept||||||"));
-    QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(), QString("OperatorList.xml"));
-    QStringList errors;
-    for (const LogCapture::Line &line : log.lines()) {
-        if (line.text.startsWith("Error:"))
-            errors << QString(line.type == QtWarningMsg ? "warning " : "debug ") + line.text;
+        // A caller's own release empties the lookups; the destruction that follows frees nothing
+        // twice.
+        log.clear();
+        StatusBarOpListParse::GetInstance()->ReleaseData();
+        QCOMPARE(described("460", "01"), QString("|||"));
+        StatusBarOpListParse::DestroyInstance();
+        QCOMPARE(log.texts(), QStringList({called.arg("ReleaseData"), called.arg("ReleaseData")}));
+        QCOMPARE(described("460", "01"), QString("Unicom|China Unicom|China|"));
     }
-    QCOMPARE(errors, (QStringList{"warning " + errorLine("Error:", broken),
-                                  "debug " + errorLine("Error: ", broken)}));
-}
+    // Through LoadFile a missing file leaves the load file name alone and one that cannot be opened
+    // (a directory) clears it; without its list the table answers every lookup empty.
+    void unreadableFiles()
+    {
+        StatusBarOpListParse *table = StatusBarOpListParse::GetInstance();
+        const QString path = TestFiles::appDir() + kDir;
+        QVERIFY(QDir().mkpath(path + "Folder.xml"));
+        LogCapture log;
+        QVERIFY(!table->LoadFile("Missing.xml"));
+        QCOMPARE(table->GetLoadFileName(), QString("OperatorList.xml"));
+        QVERIFY(!table->LoadFile("Folder.xml"));
+        QCOMPARE(table->GetLoadFileName(), QString());
+        QVERIFY(TestFiles::removeAppPath(kDir + "OperatorList.xml"));
+        StatusBarOpListParse::DestroyInstance();
+        QCOMPARE(described("460", "01") + described("460", "02"), QString("||||||"));
+        QVERIFY2(log.containsInOrder(
+                     {kSource + ": LoadFile: File " + path + "Missing.xml does not exist",
+                      kSource + ": LoadFile: Error open file:" + path + "Folder.xml",
+                      kSource + ": LoadFile: File " + path + "OperatorList.xml does not exist"}),
+                 qPrintable(log.texts().join('\n')));
+    }
+    // Entries read before the error stay; the error goes to the log in the reader's own words, as a
+    // warning from the section reader and then as a debug line.
+    void malformedXml()
+    {
+        const QByteArray broken =
+            "<OperatorList>\n<MccMnc>\n<Item mcc=\"1\" mnc=\"2\" shortdescr=\"Kept\"/>\n"
+            "<Item mcc=\"1\" mnc=\"3\"\n</MccMnc>\n<MccOnly><Item mcc=\"1\" "
+            "shortdescr=\"Never\"/></MccOnly>\n</OperatorList>\n";
+        QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml", broken));
+        LogCapture log;
+        QCOMPARE(described("1", "2") + described("1", "9"), QString("Kept||||||"));
+        QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(),
+                 QString("OperatorList.xml"));
+        QStringList errors;
+        for (const LogCapture::Line &line : log.lines()) {
+            if (line.text.startsWith("Error:"))
+                errors << QString(line.type == QtWarningMsg ? "warning " : "debug ") + line.text;
+        }
+        QCOMPARE(errors, (QStringList{"warning " + errorLine("Error:", broken),
+                                      "debug " + errorLine("Error: ", broken)}));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_OperatorList)
 #include "tst_operatorlist.moc"

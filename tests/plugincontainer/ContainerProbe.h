@@ -46,7 +46,6 @@ public:
     QStringList enableList(const QString &owner) const { return m_pEnableList->values(owner); }
     QStringList disableList(const QString &owner) const { return m_pDisableList->values(owner); }
     bool deviceMgrInitialized() const { return m_bDeviceMgrInitialized; }
-
     QStringList enabledClsids() const
     {
         QStringList clsids;
@@ -55,7 +54,6 @@ public:
                 clsids.append(info->Clsid());
         return clsids;
     }
-
     // "name:clsid:url:type:flags" per record in file order, or "clsid=flags" when short; flags
     // a(ctive) s(tatic) t (setting title) e(nabled) l(oaded) i(nitialized).
     QString recordsText(bool shortly = false) const
@@ -66,8 +64,8 @@ public:
             const bool set[] = {i->IsActive(),  i->IsStatic(), i->IsSettingTitle(),
                                 i->IsEnabled(), i->IsLoaded(), i->IsInitialized()};
             for (int f = 0; f < 6; ++f)
-                flags += set[f] ? QString("asteli")[f] : QChar();
-            flags.remove(QChar());
+                if (set[f])
+                    flags += QString("asteli")[f];
             texts.append(shortly ? i->Clsid() + '=' + flags
                                  : QStringList{i->Name(), i->Clsid(), i->Url(),
                                                QString::number(i->Type()), flags}
@@ -95,24 +93,25 @@ inline QByteArray pluginsLibFile(const QString &mainPlugin, const QList<PluginEn
     return xml + "</plugins>\n";
 }
 
+inline QByteArray items(const char *element, const QStringList &clsids)
+{
+    QByteArray xml;
+    for (const QString &clsid : clsids)
+        xml += "<" + QByteArray(element) + " clsid=\"" + clsid.toUtf8() + "\"/>\n";
+    return xml;
+}
+
 // "common" items, then further sections given as XML.
 inline QByteArray pluginsConfigFile(const QStringList &common, const QByteArray &sections = {})
 {
-    QByteArray xml = "<config><common>\n";
-    for (const QString &clsid : common)
-        xml += "<item clsid=\"" + clsid.toUtf8() + "\"/>\n";
-    return xml + "</common>\n" + sections + "</config>\n";
+    return "<config><common>\n" + items("item", common) + "</common>\n" + sections + "</config>\n";
 }
 
 inline QByteArray deviceSection(const QString &device, const QStringList &add,
-                                const QStringList &remove, const char *element = "device")
+                                const QStringList &remove, const QByteArray &element = "device")
 {
-    QByteArray xml = QByteArray("<") + element + " name=\"" + device.toUtf8() + "\"><plugin>\n";
-    for (const QString &clsid : add)
-        xml += "<add clsid=\"" + clsid.toUtf8() + "\"/>\n";
-    for (const QString &clsid : remove)
-        xml += "<remove clsid=\"" + clsid.toUtf8() + "\"/>\n";
-    return xml + "</plugin></" + element + ">\n";
+    return "<" + element + " name=\"" + device.toUtf8() + "\"><plugin>\n" + items("add", add) +
+           items("remove", remove) + "</plugin></" + element + ">\n";
 }
 
 inline QString appConfigPath(const QString &file)

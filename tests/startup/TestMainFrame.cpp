@@ -3,6 +3,12 @@
 #include <QPointer>
 #include <QWidget>
 
+#ifdef TEST_FRAME_WITHOUT_SERVICE
+constexpr bool kWithService = false;
+#else
+constexpr bool kWithService = true;
+#endif
+
 // A main frame for the start-up tests that logs "TestMainFrame: <call>" and leaves the splash
 // screen to the test. Built with TEST_FRAME_WITHOUT_SERVICE it lacks the service 4113.
 class TestMainFrame : public QObject,
@@ -13,6 +19,7 @@ class TestMainFrame : public QObject,
     Q_OBJECT
     Q_PLUGIN_METADATA(IID IBasePlugin_iid)
     Q_INTERFACES(IBasePlugin IUIPlugin IMainFrameUIService)
+
 public:
     void Release() override
     {
@@ -25,14 +32,13 @@ public:
         qDebug("TestMainFrame: Initialize");
         return true;
     }
-    bool QueryInterface(int iInterfaceNumber, QObject **ppInterface) override
+    bool QueryInterface(int number, QObject **ppInterface) override
     {
-        bool known = iInterfaceNumber == LD_INTERFACE_ROOT;
-#ifndef TEST_FRAME_WITHOUT_SERVICE
-        known = known || iInterfaceNumber == LD_INTERFACE_MAIN_FRAME_SERVICE;
-#endif
-        *ppInterface = known ? this : nullptr;
-        return known;
+        *ppInterface = number == LD_INTERFACE_ROOT ||
+                               (kWithService && number == LD_INTERFACE_MAIN_FRAME_SERVICE)
+                           ? this
+                           : nullptr;
+        return *ppInterface;
     }
     void Create(QWidget *pParent, const QRect &rect) override
     {
@@ -41,26 +47,11 @@ public:
         m_pWindow = new QWidget(pParent);
         m_pWindow->show();
     }
-    QWidget *GetMainWindow() override
-    {
-        return m_pWindow;
-    }
-    QString GetLayoutPluginClsid() override
-    {
-        return QString();
-    }
-    bool IsCustomTitleBar() override
-    {
-        return false;
-    }
-    int GetTitleHeight() override
-    {
-        return 0;
-    }
-    int GetFrameWidth() override
-    {
-        return 0;
-    }
+    QWidget *GetMainWindow() override { return m_pWindow; }
+    QString GetLayoutPluginClsid() override { return QString(); }
+    bool IsCustomTitleBar() override { return false; }
+    int GetTitleHeight() override { return 0; }
+    int GetFrameWidth() override { return 0; }
 
 private:
     QPointer<QWidget> m_pWindow;

@@ -72,130 +72,114 @@ private slots:
         delete Startup::GetSplashScreen(elapsed);
     }
 
-    void splashDecision_data();
-    void splashDecision();
-    void startUpAndShutDown();
-    void missingMainFrame_data();
-    void missingMainFrame();
+    void splashDecision_data()
+    {
+        QTest::addColumn<QByteArray>("config"); // null: no Config.xml
+        QTest::addColumn<QString>("operatorName");
+        QTest::addColumn<int>("logged"); // the splash=%d value; -1: start flag set, no decision
+
+        const QString common = "common", nordtel = "nordtel";
+        QTest::newRow("start flag suppresses the splash") << kFunctionTrue << common << -1;
+        QTest::newRow("function part true") << kFunctionTrue << common << 1;
+        QTest::newRow("only the exact text true counts")
+            << QByteArray("<function><splash>True</splash></function>") << common << 0;
+        QTest::newRow("operator true without device wins over function false")
+            << kFunctionFalse + operatorPart("nordtel", "true") << nordtel << 1;
+        QTest::newRow("only the operator's own part counts, false wins over function true")
+            << kFunctionTrue + operatorPart("other", "true") + operatorPart("nordtel", "false")
+            << nordtel << 0;
+        QTest::newRow("operator true bound to a device gives none")
+            << kFunctionTrue + operatorPart("nordtel", "true", " device=\"K5160\"") << nordtel << 0;
+        QTest::newRow("operator part without splash takes a later element's")
+            << kFunctionFalse + "<customize name=\"nordtel\"/>" + operatorPart("x", "true")
+            << nordtel << 1;
+        QTest::newRow("missing Config.xml") << QByteArray() << common << 0;
+        QTest::newRow("unreadable XML keeps the initial true")
+            << QByteArray("<<not XML>>") << common << 1;
+    }
+    void splashDecision()
+    {
+        QFETCH(QByteArray, config);
+        QFETCH(QString, operatorName);
+        QFETCH(int, logged);
+        writeConfiguration("TestFrame", config);
+        CommonUtils::SetSettings("customize", "operator", operatorName);
+        LogCapture log;
+        m_pStartup = std::make_unique<Startup>(logged < 0);
+
+        QStringList expected;
+        if (logged >= 0)
+            expected << line("haveSplashScreen", "splash=" + QString::number(logged));
+        if (logged == 1)
+            expected << line("Startup", "showing splash screen...");
+        QCOMPARE(log.unstamped().filter("splash"), expected);
+
+        int elapsed = -1;
+        std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
+        QCOMPARE(bool(splash), logged == 1);
+        QVERIFY(!splash || (splash->isVisible() && !splash->pixmap().isNull()));
+    }
+    void startUpAndShutDown()
+    {
+        // Without its image the splash screen is still shown, with an empty pixmap.
+        writeConfiguration("TestFrame", kFunctionTrue);
+        QVERIFY(TestFiles::removeAppPath(kSplashImage));
+        LogCapture log;
+        m_pStartup = std::make_unique<Startup>(false);
+        // The splash is up before any plugin loads.
+        QVERIFY2(log.containsInOrder(
+                     {line("Startup", "entered"), line("Startup", "showing splash screen..."),
+                      line("initializePluginContainer", "entered"),
+                      line("loadMainFramePlugin", "entered"),
+                      QStringLiteral("TestMainFrame: Initialize"),
+                      line("loadMainFramePlugin", "m_pUiPlugin loaded..."),
+                      QStringLiteral("TestMainFrame: Create parent=null rect=null")}),
+                 qPrintable(log.texts().join('\n')));
+        QVERIFY(!log.containsUnstamped(line("showSplashScreen", "create splash screen failed")));
+        IMainFrameUIService *service = Startup::GetMainFrameService();
+        QVERIFY(Startup::GetMainFrame() && service && service->GetMainWindow()->isVisible());
+
+        QTest::qWait(60);
+        int elapsed = -1;
+        std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
+        QVERIFY(splash && splash->isVisible() && splash->pixmap().isNull() && elapsed >= 60);
+        QVERIFY(!Startup::GetSplashScreen(elapsed)); // handed over once
+
+        log.clear();
+        m_pStartup.reset();
+        QVERIFY(log.containsInOrder({line("~Startup", "entered"), "TestMainFrame: Release"}));
+        QVERIFY(!Startup::GetPluginContainer());
+    }
+    void missingMainFrame_data()
+    {
+        QTest::addColumn<QString>("mainPlugin");
+        QTest::addColumn<QStringList>("lines"); // of loadMainFramePlugin
+
+        QTest::newRow("library missing")
+            << "GhostFrame" << QStringList{"entered", "loadMainFramePlugin failed..."};
+        QTest::newRow("no service interface")
+            << "UiOnlyFrame"
+            << QStringList{"entered", "m_pUiPlugin loaded...", "m_pUiPluginService load fail!..."};
+    }
+    void missingMainFrame()
+    {
+        QFETCH(QString, mainPlugin);
+        QFETCH(QStringList, lines);
+        writeConfiguration(mainPlugin, QByteArray());
+        LogCapture log;
+        m_pStartup = std::make_unique<Startup>(true);
+
+        const QString prefix = line("loadMainFramePlugin", QString());
+        QCOMPARE(log.unstamped().filter(prefix).replaceInStrings(prefix, QString()), lines);
+        QVERIFY(Startup::GetPluginContainer() && !Startup::GetMainFrameService());
+        QCOMPARE(bool(Startup::GetMainFrame()), lines.size() > 2);
+        QVERIFY(log.texts().filter("TestMainFrame: Create").isEmpty());
+        QVERIFY(!m_pStartup->loadMainFramePlugin());
+    }
 
 private:
     std::unique_ptr<Startup> m_pStartup;
 };
-
-void tst_Startup::splashDecision_data()
-{
-    QTest::addColumn<QByteArray>("config"); // null: no Config.xml
-    QTest::addColumn<QString>("operatorName");
-    QTest::addColumn<int>("logged"); // the splash=%d value; -1: start flag set, no decision
-
-    const QString common = "common", nordtel = "nordtel";
-    QTest::newRow("start flag suppresses the splash") << kFunctionTrue << common << -1;
-    QTest::newRow("function part true") << kFunctionTrue << common << 1;
-    QTest::newRow("only the exact text true counts")
-        << QByteArray("<function><splash>True</splash></function>") << common << 0;
-    QTest::newRow("function part without splash keeps true")
-        << QByteArray("<function><other>false</other></function>") << common << 1;
-    QTest::newRow("operator true without device wins over function false")
-        << kFunctionFalse + operatorPart("nordtel", "true") << nordtel << 1;
-    QTest::newRow("only the operator's own part counts, false wins over function true")
-        << kFunctionTrue + operatorPart("other", "true") + operatorPart("nordtel", "false")
-        << nordtel << 0;
-    QTest::newRow("operator true bound to a device gives none")
-        << kFunctionTrue + operatorPart("nordtel", "true", " device=\"K5160\"") << nordtel << 0;
-    QTest::newRow("operator common is not consulted")
-        << kFunctionFalse + operatorPart("common", "true") << common << 0;
-    QTest::newRow("operator name compared exactly")
-        << kFunctionTrue + operatorPart("Nordtel", "false") << nordtel << 1;
-    QTest::newRow("operator part without splash takes a later element's")
-        << kFunctionFalse + "<customize name=\"nordtel\"/>" + operatorPart("x", "true") << nordtel
-        << 1;
-    QTest::newRow("missing Config.xml") << QByteArray() << common << 0;
-    QTest::newRow("unreadable XML keeps the initial true")
-        << QByteArray("<<not XML>>") << common << 1;
-}
-
-void tst_Startup::splashDecision()
-{
-    QFETCH(QByteArray, config);
-    QFETCH(QString, operatorName);
-    QFETCH(int, logged);
-    writeConfiguration("TestFrame", config);
-    CommonUtils::SetSettings("customize", "operator", operatorName);
-    LogCapture log;
-    m_pStartup = std::make_unique<Startup>(logged < 0);
-
-    QStringList expected;
-    if (logged >= 0)
-        expected << line("haveSplashScreen", "splash=" + QString::number(logged));
-    if (logged == 1)
-        expected << line("Startup", "showing splash screen...");
-    QCOMPARE(log.unstamped().filter("splash"), expected);
-
-    int elapsed = -1;
-    std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-    QCOMPARE(bool(splash), logged == 1);
-    QVERIFY(!splash || (splash->isVisible() && !splash->pixmap().isNull()));
-}
-
-void tst_Startup::startUpAndShutDown()
-{
-    // Without its image the splash screen is still shown, with an empty pixmap.
-    writeConfiguration("TestFrame", kFunctionTrue);
-    QVERIFY(TestFiles::removeAppPath(kSplashImage));
-    LogCapture log;
-    m_pStartup = std::make_unique<Startup>(false);
-    // The splash is up before any plugin loads.
-    QVERIFY2(log.containsInOrder({line("Startup", "entered"),
-                                  line("Startup", "showing splash screen..."),
-                                  line("initializePluginContainer", "entered"),
-                                  line("loadMainFramePlugin", "entered"),
-                                  QStringLiteral("TestMainFrame: Initialize"),
-                                  line("loadMainFramePlugin", "m_pUiPlugin loaded..."),
-                                  QStringLiteral("TestMainFrame: Create parent=null rect=null")}),
-             qPrintable(log.texts().join('\n')));
-    QVERIFY(!log.containsUnstamped(line("showSplashScreen", "create splash screen failed")));
-    IMainFrameUIService *service = Startup::GetMainFrameService();
-    QVERIFY(Startup::GetMainFrame() && service && service->GetMainWindow()->isVisible());
-
-    QTest::qWait(60);
-    int elapsed = -1;
-    std::unique_ptr<QSplashScreen> splash(Startup::GetSplashScreen(elapsed));
-    QVERIFY(splash && splash->isVisible() && splash->pixmap().isNull() && elapsed >= 60);
-    QVERIFY(!Startup::GetSplashScreen(elapsed)); // handed over once
-
-    log.clear();
-    m_pStartup.reset();
-    QVERIFY(log.containsInOrder({line("~Startup", "entered"), "TestMainFrame: Release"}));
-    QVERIFY(!Startup::GetPluginContainer());
-}
-
-void tst_Startup::missingMainFrame_data()
-{
-    QTest::addColumn<QString>("mainPlugin");
-    QTest::addColumn<QStringList>("lines"); // of loadMainFramePlugin
-
-    QTest::newRow("library missing")
-        << "GhostFrame" << QStringList{"entered", "loadMainFramePlugin failed..."};
-    QTest::newRow("no service interface")
-        << "UiOnlyFrame"
-        << QStringList{"entered", "m_pUiPlugin loaded...", "m_pUiPluginService load fail!..."};
-}
-
-void tst_Startup::missingMainFrame()
-{
-    QFETCH(QString, mainPlugin);
-    QFETCH(QStringList, lines);
-    writeConfiguration(mainPlugin, QByteArray());
-    LogCapture log;
-    m_pStartup = std::make_unique<Startup>(true);
-
-    const QString prefix = line("loadMainFramePlugin", QString());
-    QCOMPARE(log.unstamped().filter(prefix).replaceInStrings(prefix, QString()), lines);
-    QVERIFY(Startup::GetPluginContainer() && !Startup::GetMainFrameService());
-    QCOMPARE(bool(Startup::GetMainFrame()), lines.size() > 2);
-    QVERIFY(log.texts().filter("TestMainFrame: Create").isEmpty());
-    QVERIFY(!m_pStartup->loadMainFramePlugin());
-}
 
 QTEST_MAIN(tst_Startup)
 #include "tst_startup.moc"

@@ -1,4 +1,3 @@
-#include "Change.h"
 #include "CommonUtils.h"
 
 #include "LogCapture.h"
@@ -10,8 +9,6 @@
 #include <QRegularExpression>
 #include <QWidget>
 #include <QtTest>
-
-#include <limits>
 
 Q_DECLARE_METATYPE(QVector<TagUnits>)
 
@@ -57,237 +54,188 @@ public slots: // stands in for the desktop's URL handlers
     void open(const QUrl &url) { m_opened.append(url); }
 
 private slots:
-    void initTestCase();
-    void links_data();
-    void links();
-    void parenthesisCorrection_data();
-    void parenthesisCorrection();
-    void openUrl_data();
-    void openUrl();
-    void units_data();
-    void units();
-    void stringSize();
-    void englishLanguage();
+    void initTestCase()
+    {
+        TestFiles::useFreshSettings();
+        QVERIFY(TestFiles::writeAppFile("/plugins/FormatTestPlugin/FormatTestPlugin_en-us.lang",
+                                        "<lang><item name=\"IDS_UNIT_B\">Byte</item>"
+                                        "<item name=\"IDS_UNIT_KB\">KiB/s</item></lang>\n"));
+        for (const char *scheme : {"file", "http", "https"})
+            QDesktopServices::setUrlHandler(scheme, this, "open");
+    }
+    void links_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+        const QString web = a("http://" + kWeb, kWeb);
+        row("blanks", "one two  three", "one&nbsp;two&nbsp;&nbsp;three");
+        row("e-mail among words", "to " + kMail + " now",
+            "to&nbsp;" + a("mailto:" + kMail, kMail) + "&nbsp;now");
+        row("lower-case www", kWeb, web);
+        row("upper-case www", "WWW.EXAMPLE.COM", "WWW.EXAMPLE.COM");
+        row("http", "http://example.com/a?b=1", a("http://example.com/a?b=1"));
+        row("http, third slash", "http:///example.com", "http:///example.com");
+        row("other h/t/p/s schemes only after a line feed", "ph://x\nph://x",
+            "ph://x&nbsp;\n" + a("http://ph://x", "ph://x"));
+        row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
+        row("line feed before https: scheme doubled", "see\nhttps://example.com",
+            "see&nbsp;\n" + a("http://https://example.com", "https://example.com"));
+        row("address followed by Chinese", kWeb + kCjk, web + kCjk);
+        row("NUL ends an address", kWeb + QChar(0), web + QChar(0));
+        row("punctuation after addresses", kWeb + ", (" + kMail + "). https://example.com)",
+            kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + a("https://example.com)"));
+        row("&nbsp; in the text separates tokens", "a&nbsp;" + kWeb, "a&nbsp;" + web);
+        row("character above U+00FF ends an http address", "http://x.com/\u0109x",
+            a("http://x.com/") + "\u0109x");
+    }
+    void links()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+        QCOMPARE(CommonUtils::ParseAndCreateHyperLinks(text), expected);
+    }
+    // A mark after punctuation that follows an L or R letter; every occurrence of the mark's
+    // character is marked at once, so repeated characters accumulate marks.
+    void parenthesisCorrection_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("expected");
+        for (const char c : {',', '"', '(', ')', '[', ']', '{', '}'})
+            QTest::addRow("%c after Latin", c) << "x" + QString(c) << "x" + QString(c) + kLro;
+        row("comma after Hebrew", "\u05E9\u05DC,\u05E2", "\u05E9\u05DC," + kRlo + "\u05E2");
+        row("comma after a digit or a blank, semicolon", "1,2 ,a;", "1,2 ,a;");
+        const QString marks = kLro.repeated(4);
+        row("repeated commas accumulate marks", "a,b,c,d",
+            "a," + marks + "b," + marks + "c," + marks + "d");
+        row("loop stops at the original length", "ab,c,", "ab," + kLro + "c," + kLro);
+    }
+    void parenthesisCorrection()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, expected);
+        CommonUtils::ParanthesisCorrection(text);
+        QCOMPARE(text, expected);
+    }
+    void openUrl_data()
+    {
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QStringList>("installed");
+        QTest::addColumn<QString>("runs"); // empty: the desktop opens the fallback URL instead
+        QTest::addColumn<QUrl>("fallback");
+        const auto row = [](const char *name, const QString &address, const QStringList &installed,
+                            const QString &runs, const QUrl &fallback = QUrl()) {
+            QTest::newRow(name) << address << installed << runs << fallback;
+        };
+        const QStringList both{kPlain, kPdf};
+        const QString pdf = QStringLiteral("/opt/linkdeck/manual.pdf");
+        const QString html = QStringLiteral("/opt/linkdeck/index.html");
+        row("pdf manual", pdf, both, kPdf);
+        row("html page", html, both, kPlain);
+        row("address is not quoted", "/tmp/user manual.pdf", {kPdf}, kPdf);
+        row("pdf, no scripts", pdf, {}, {}, QUrl::fromLocalFile(pdf));
+        row("web address, no scripts", "https://x.org/a?b=c", {}, {}, QUrl("https://x.org/a?b=c"));
+    }
+    // The address decides which script runs, and the script gets the address as it was given, split
+    // at blanks by the shell; a missing script sends the URL to the desktop instead.
+    void openUrl()
+    {
+        QFETCH(QString, address);
+        QFETCH(QStringList, installed);
+        QFETCH(QString, runs);
+        QFETCH(QUrl, fallback);
+        QVERIFY(TestFiles::removeAppPath(QStringLiteral("/sbin")));
+        for (const QString &script : installed) { // a real script that records its arguments
+            QVERIFY(TestFiles::writeAppFile(
+                script,
+                "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.tmp\" && mv \"$0.tmp\" \"$0.args\"\n"));
+            QVERIFY(QFile::setPermissions(TestFiles::appDir() + script,
+                                          QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+        }
+        m_opened.clear();
+
+        LogCapture log;
+        QVERIFY(CommonUtils::OpenUrl(address));
+        if (runs.isEmpty()) {
+            QCOMPARE(m_opened, QList<QUrl>{fallback});
+            QTest::qWait(200); // a script started by mistake would have written its record by now
+        } else {
+            QTRY_COMPARE_WITH_TIMEOUT(recordedArguments(runs), address.split(' '), 5000);
+            QVERIFY(m_opened.isEmpty());
+        }
+        QCOMPARE(log.count(kMissingScriptLine), runs.isEmpty() ? 1 : 0);
+        for (const QString &script : installed)
+            QCOMPARE(recordedArguments(script).isEmpty(), script != runs);
+    }
+    // The last row (in table order) whose threshold lies strictly below the value, else the first.
+    void units_data()
+    {
+        QTest::addColumn<QVector<TagUnits>>("units");
+        QTest::addColumn<quint64>("value");
+        QTest::addColumn<QString>("flux");     // SpeedFluxToString
+        QTest::addColumn<QString>("unitOnly"); // SpeedUnitToString: the first row
+        const auto unitRow = [](const char *name, const QVector<TagUnits> &units, quint64 value,
+                                const QString &flux, const QString &unitOnly) {
+            QTest::newRow(name) << units << value << flux << unitOnly;
+        };
+        const QVector<TagUnits> rising{{"B", 1, 0}, {"KB", 1024, 1023}, {"MB", 1048576, 1048575}};
+        const QVector<TagUnits> same{{"first", 1, 10}, {"second", 2, 10}};
+        unitRow("empty table", {}, 5, "", "");
+        unitRow("0: first row", rising, 0, "0.0 B", "B");
+        unitRow("1023 equals the KB threshold", rising, 1023, "1023.0 B", "B");
+        unitRow("1536", rising, 1536, "1.5 KB", "B");
+        unitRow("equal thresholds, above: later row", same, 11, "5.5 second", "first");
+        unitRow("zero divisor", {{"X", 0, 0}}, 5, "inf X", "X");
+        unitRow("translated label; later rows' keys ignored",
+                {{"B", 1, 0}, {"KB", 1024, 1023, "IDS_UNIT_KB"}}, 2048, "2.0 KiB/s", "B");
+        unitRow("first row translated", {{"B", 1, 0, "IDS_UNIT_B"}, {"KB", 1024, 1023}}, 1,
+                "1.0 Byte", "Byte");
+        unitRow("key without translation: empty label", {{"B", 1, 0, "IDS_UNIT_MISSING"}}, 7,
+                "7.0 ", "");
+    }
+    void units()
+    {
+        QFETCH(QVector<TagUnits>, units);
+        QFETCH(quint64, value);
+        QFETCH(QString, flux);
+        QFETCH(QString, unitOnly);
+        QCOMPARE(CommonUtils::SpeedFluxToString(units, value, "FormatTestPlugin"), flux);
+        QCOMPARE(CommonUtils::SpeedUnitToString(units, "FormatTestPlugin"), unitOnly);
+    }
+    // Width into the first reference, height into the second, in the widget's or the application's
+    // font. Bad input leaves both 0 and logs a stamped line with the function and the source line.
+    void stringSize()
+    {
+        QWidget widget;
+        widget.setFont(QFont(QApplication::font().family(), 40));
+        const QFontMetrics inWidget(widget.font()), inApp(QApplication::font());
+        QVERIFY(inWidget.height() != inApp.height());
+        const QString text = QStringLiteral("two\nlines are measured as one");
+        int first = -1, second = -1, third = -1, fourth = -1;
+        QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(&widget, text, first, second), 0);
+        CommonUtils::GetApplicationStringHeightAndWidth(text, third, fourth);
+        QCOMPARE(QRect(first, second, third, fourth),
+                 QRect(inWidget.horizontalAdvance(text), inWidget.height(),
+                       inApp.horizontalAdvance(text), inApp.height()));
+
+        LogCapture log;
+        QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(nullptr, text, first, second), 23);
+        QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(&widget, "", third, fourth), 0);
+        CommonUtils::GetApplicationStringHeightAndWidth("", fourth, fourth);
+        QCOMPARE(QRect(first, second, third, fourth), QRect(0, 0, 0, 0));
+        QStringList logged = log.texts(); // stamped, the source line in the middle
+        logged.replaceInStrings(
+            QRegularExpression(
+                R"(^\d\d:\d\d:\d\d:\d{3}: \.\./\.\./src/core/common/CommonUtils: (\w+) \d+ : )"),
+            "\\1: ");
+        QCOMPARE(logged,
+                 (QStringList{"GetWidgetStringHeightAndWidth: Bad input Param",
+                              "GetWidgetStringHeightAndWidth: Empty String in the widget",
+                              "GetApplicationStringHeightAndWidth: Empty String in the widget"}));
+    }
 
 private:
     QList<QUrl> m_opened;
 };
-
-void tst_TextUtils::initTestCase()
-{
-    TestFiles::useFreshSettings();
-    QVERIFY(TestFiles::writeAppFile("/plugins/FormatTestPlugin/FormatTestPlugin_en-us.lang",
-                                    "<lang><item name=\"IDS_UNIT_B\">Byte</item>"
-                                    "<item name=\"IDS_UNIT_KB\">KiB/s</item></lang>\n"));
-    for (const char *scheme : {"file", "http", "https"})
-        QDesktopServices::setUrlHandler(scheme, this, "open");
-}
-
-void tst_TextUtils::links_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    const QString web = a("http://" + kWeb, kWeb);
-    row("empty", "", "");
-    row("blanks", "one two  three", "one&nbsp;two&nbsp;&nbsp;three");
-    row("e-mail among words", "to " + kMail + " now",
-        "to&nbsp;" + a("mailto:" + kMail, kMail) + "&nbsp;now");
-    row("lower-case www", kWeb, web);
-    row("upper-case www", "WWW.EXAMPLE.COM", "WWW.EXAMPLE.COM");
-    row("http", "http://example.com/a?b=1", a("http://example.com/a?b=1"));
-    row("upper-case scheme", "HTTP://EXAMPLE.COM", a("HTTP://EXAMPLE.COM"));
-    row("http, third slash", "http:///example.com", "http:///example.com");
-    row("https, no letter after scheme", "https://-x.com", "https://-x.com");
-    row("schemes alone", "https:// ftp://", "https://&nbsp;ftp://");
-    row("ftp without pattern test", "ftp://f.example.com/a|b", a("ftp://f.example.com/a|b"));
-    row("other h/t/p/s schemes only after a line feed", "ph://x\nph://x",
-        "ph://x&nbsp;\n" + a("http://ph://x", "ph://x"));
-    row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
-    row("line feed before https: scheme doubled", "see\nhttps://example.com",
-        "see&nbsp;\n" + a("http://https://example.com", "https://example.com"));
-    row("line feed before ftp: not linked", "hi\nftp://example.com", "hi&nbsp;\nftp://example.com");
-    row("two line feeds", "a\n\nb", "a&nbsp;\n&nbsp;\nb");
-    row("address followed by Chinese", kWeb + kCjk, web + kCjk);
-    row("NUL ends an address", kWeb + QChar(0), web + QChar(0));
-    row("punctuation after addresses", kWeb + ", (" + kMail + "). https://example.com)",
-        kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + a("https://example.com)"));
-    row("&nbsp; in the text separates tokens", "a&nbsp;" + kWeb, "a&nbsp;" + web);
-    row("upper-case &NBSP;: more counted than split", "A&NBSP;&NBSP;&NBSP; " + kWeb,
-        "A&NBSP;&NBSP;&NBSP;&nbsp;" + web);
-    row("Latin-1 letter keeps the address in its run", kWeb + "\u00E9", kWeb + "\u00E9");
-    row("character above U+00FF ends an http address", "http://x.com/\u0109x",
-        a("http://x.com/") + "\u0109x");
-}
-
-void tst_TextUtils::links()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-    QCOMPARE(CommonUtils::ParseAndCreateHyperLinks(text), expected);
-}
-
-// A mark after punctuation that follows an L or R letter; every occurrence of the mark's
-// character is marked at once, so repeated characters accumulate marks.
-void tst_TextUtils::parenthesisCorrection_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    row("empty", "", "");
-    for (const char c : {',', '"', '(', ')', '[', ']', '{', '}'})
-        QTest::addRow("%c after Latin", c) << "x" + QString(c) << "x" + QString(c) + kLro;
-    row("bracket at the start stays alone", "(abc)", "(abc)" + kLro);
-    row("comma after Hebrew", "\u05E9\u05DC,\u05E2", "\u05E9\u05DC," + kRlo + "\u05E2");
-    row("comma after Arabic (AL)", "\u0633\u0644,\u0639", "\u0633\u0644,\u0639");
-    row("comma after a digit or a blank, semicolon", "1,2 ,a;", "1,2 ,a;");
-    const QString marks = kLro.repeated(4);
-    row("repeated commas accumulate marks", "a,b,c,d",
-        "a," + marks + "b," + marks + "c," + marks + "d");
-    row("loop stops at the original length", "ab,c,", "ab," + kLro + "c," + kLro);
-}
-
-void tst_TextUtils::parenthesisCorrection()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-    CommonUtils::ParanthesisCorrection(text);
-    QCOMPARE(text, expected);
-}
-
-void tst_TextUtils::openUrl_data()
-{
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QStringList>("installed");
-    QTest::addColumn<QString>("runs"); // empty: the desktop opens the fallback URL instead
-    QTest::addColumn<QUrl>("fallback");
-    const auto row = [](const char *name, const QString &address, const QStringList &installed,
-                        const QString &runs, const QUrl &fallback = QUrl()) {
-        QTest::newRow(name) << address << installed << runs << fallback;
-    };
-    const QStringList both{kPlain, kPdf};
-    const QString pdf = QStringLiteral("/opt/linkdeck/manual.pdf");
-    const QString html = QStringLiteral("/opt/linkdeck/index.html");
-    row("pdf manual", pdf, both, kPdf);
-    row("html page", html, both, kPlain);
-    row("address is not quoted", "/tmp/user manual.pdf", {kPdf}, kPdf);
-    row("pdf, no scripts", pdf, {}, {}, QUrl::fromLocalFile(pdf));
-    row("html, only the pdf script", html, {kPdf}, {}, QUrl::fromLocalFile(html));
-    row("web address, no scripts", "https://x.org/a?b=c", {}, {}, QUrl("https://x.org/a?b=c"));
-}
-
-// The address decides which script runs, and the script gets the address as it was given, split
-// at blanks by the shell; a missing script sends the URL to the desktop instead.
-void tst_TextUtils::openUrl()
-{
-    QFETCH(QString, address);
-    QFETCH(QStringList, installed);
-    QFETCH(QString, runs);
-    QFETCH(QUrl, fallback);
-    QVERIFY(TestFiles::removeAppPath(QStringLiteral("/sbin")));
-    for (const QString &script : installed) { // a real script that records its arguments
-        QVERIFY(TestFiles::writeAppFile(
-            script,
-            "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.tmp\" && mv \"$0.tmp\" \"$0.args\"\n"));
-        QVERIFY(QFile::setPermissions(TestFiles::appDir() + script,
-                                      QFileDevice::ReadOwner | QFileDevice::ExeOwner));
-    }
-    m_opened.clear();
-
-    LogCapture log;
-    QVERIFY(CommonUtils::OpenUrl(address));
-    if (runs.isEmpty()) {
-        QCOMPARE(m_opened, QList<QUrl>{fallback});
-        QTest::qWait(200); // a script started by mistake would have written its record by now
-    } else {
-        QTRY_COMPARE_WITH_TIMEOUT(recordedArguments(runs), address.split(' '), 5000);
-        QVERIFY(m_opened.isEmpty());
-    }
-    QCOMPARE(log.count(kMissingScriptLine), runs.isEmpty() ? 1 : 0);
-    for (const QString &script : installed)
-        QCOMPARE(recordedArguments(script).isEmpty(), script != runs);
-}
-
-// The last row (in table order) whose threshold lies strictly below the value, else the first.
-void tst_TextUtils::units_data()
-{
-    QTest::addColumn<QVector<TagUnits>>("units");
-    QTest::addColumn<quint64>("value");
-    QTest::addColumn<QString>("flux");     // SpeedFluxToString
-    QTest::addColumn<QString>("unitOnly"); // SpeedUnitToString: the first row
-    const auto unitRow = [](const char *name, const QVector<TagUnits> &units, quint64 value,
-                            const QString &flux, const QString &unitOnly) {
-        QTest::newRow(name) << units << value << flux << unitOnly;
-    };
-    const QVector<TagUnits> rising{{"B", 1, 0}, {"KB", 1024, 1023}, {"MB", 1048576, 1048575}};
-    const QVector<TagUnits> falling{rising.at(2), rising.at(1), rising.at(0)};
-    const QVector<TagUnits> same{{"first", 1, 10}, {"second", 2, 10}};
-    unitRow("empty table", {}, 5, "", "");
-    unitRow("0: first row", rising, 0, "0.0 B", "B");
-    unitRow("1023 equals the KB threshold", rising, 1023, "1023.0 B", "B");
-    unitRow("1536", rising, 1536, "1.5 KB", "B");
-    unitRow("falling table: last qualifying row", falling, 5000000, "5000000.0 B", "MB");
-    unitRow("equal thresholds, above: later row", same, 11, "5.5 second", "first");
-    unitRow("largest value as unsigned", {{"B", 1, 0}}, std::numeric_limits<quint64>::max(),
-            "18446744073709551616.0 B", "B");
-    unitRow("negative divisor", {{"X", -2, 0}}, 5, "-2.5 X", "X");
-    unitRow("zero divisor", {{"X", 0, 0}}, 5, "inf X", "X");
-    unitRow("translated label; later rows' keys ignored",
-            {{"B", 1, 0}, {"KB", 1024, 1023, "IDS_UNIT_KB"}}, 2048, "2.0 KiB/s", "B");
-    unitRow("first row translated", {{"B", 1, 0, "IDS_UNIT_B"}, {"KB", 1024, 1023}}, 1, "1.0 Byte",
-            "Byte");
-    unitRow("key without translation: empty label", {{"B", 1, 0, "IDS_UNIT_MISSING"}}, 7, "7.0 ",
-            "");
-}
-
-void tst_TextUtils::units()
-{
-    QFETCH(QVector<TagUnits>, units);
-    QFETCH(quint64, value);
-    QFETCH(QString, flux);
-    QFETCH(QString, unitOnly);
-    QCOMPARE(CommonUtils::SpeedFluxToString(units, value, "FormatTestPlugin"), flux);
-    QCOMPARE(CommonUtils::SpeedUnitToString(units, "FormatTestPlugin"), unitOnly);
-}
-
-// Width into the first reference, height into the second, in the widget's or the application's
-// font. Bad input leaves both 0 and logs a stamped line with the function and the source line.
-void tst_TextUtils::stringSize()
-{
-    QWidget widget;
-    widget.setFont(QFont(QApplication::font().family(), 40));
-    const QFontMetrics inWidget(widget.font()), inApp(QApplication::font());
-    QVERIFY(inWidget.height() != inApp.height());
-    const QString text = QStringLiteral("two\nlines are measured as one");
-    int first = -1, second = -1;
-    QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(&widget, text, first, second), 0);
-    QCOMPARE(QSize(first, second), QSize(inWidget.horizontalAdvance(text), inWidget.height()));
-    CommonUtils::GetApplicationStringHeightAndWidth(text, first, second);
-    QCOMPARE(QSize(first, second), QSize(inApp.horizontalAdvance(text), inApp.height()));
-
-    LogCapture log;
-    QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(nullptr, text, first, second), 23);
-    QCOMPARE(QSize(first, second), QSize(0, 0));
-    first = second = -1;
-    QCOMPARE(CommonUtils::GetWidgetStringHeightAndWidth(&widget, "", first, second), 0);
-    CommonUtils::GetApplicationStringHeightAndWidth("", second, second);
-    QCOMPARE(QSize(first, second), QSize(0, 0));
-    QStringList logged = log.texts(); // stamped, the source line in the middle
-    logged.replaceInStrings(
-        QRegularExpression(
-            R"(^\d\d:\d\d:\d\d:\d{3}: \.\./\.\./src/core/common/CommonUtils: (\w+) \d+ : )"),
-        "\\1: ");
-    QCOMPARE(logged,
-             (QStringList{"GetWidgetStringHeightAndWidth: Bad input Param",
-                          "GetWidgetStringHeightAndWidth: Empty String in the widget",
-                          "GetApplicationStringHeightAndWidth: Empty String in the widget"}));
-}
-
-void tst_TextUtils::englishLanguage()
-{
-    Change::SetLangName("EN-US"); // compared case-sensitively
-    QVERIFY(!CommonUtils::IsCurLangIsEnglish());
-    Change::SetLangName("en-us");
-    QVERIFY(CommonUtils::IsCurLangIsEnglish());
-}
 
 QTEST_MAIN(tst_TextUtils)
 #include "tst_textutils.moc"

@@ -116,225 +116,201 @@ class tst_ToolBar : public QObject
 private slots:
     void initTestCase() { TestFiles::useFreshSettings(); }
 
-    void items_data();
-    void items();
-    void buttonsBuiltSwitchedAndDestroyed();
-    void mirroredIconsInRightToLeftLayout();
-    void searchBox();
-    void searchKeys_data();
-    void searchKeys();
-    void callSetting_data();
-    void callSetting();
+    void items_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<bool>("group");
+        QTest::addColumn<QString>("expected");
+
+        const QByteArray three = item(1) + item(2) + item(3);
+        const QByteArray group1 = "<GroupInGroup enable=\"1\"/>";
+        const QString enter = " | GetXmlData: Enter";
+        const QString exit = " / GetXmlData: Exit";
+        const QString ok = enter + exit;
+        const QString zero = exit + ": Item Count is ZERO!";
+        QTest::newRow("count smaller than items")
+            << toolbarFile("2", three, group1) << false << "read [1,2] grouped" + ok;
+        // Running out of items ends without the exit line and without reading the group flag.
+        QTest::newRow("count larger than items")
+            << toolbarFile("5", three, group1) << false << "failed [1,2,3]" + enter;
+        QTest::newRow("negative count")
+            << toolbarFile("-1", three, group1) << false << "read [] grouped" + ok;
+        QTest::newRow("count zero")
+            << toolbarFile("0", three) << false << "failed []" + enter + zero;
+        QTest::newRow("no ToolBar element")
+            << toolbarFile({}, "<root>" + three + "</root>") << true
+            << "failed [] grouped" + enter +
+                   " / getToolBarCoount: Exit: XML File Content is Wrong!" + zero;
+        QTest::newRow("no file") << QString() << true
+                                 << "failed [] grouped" + enter + exit + ": XML File is not opened";
+        QTest::newRow("group enable 0") << toolbarFile("3", three, "<GroupInGroup enable=\"0\"/>")
+                                        << true << "read [1,2,3]" + ok;
+        QTest::newRow("upper-case SEARCH marks the search item")
+            << toolbarFile("5", item(4) + item(5, {}, "IDS_TB_SEARCH") +
+                                    item(6, {}, "IDS_TB_search") + item(7, {}, "MYSEARCHBOX") +
+                                    item(8, {}, "IDS_TB_Search"))
+            << false << "read [4,5S,6,7S,8]" + ok;
+        // Without a container a named plugin is never loaded; its item still uses up a place.
+        QTest::newRow("item of a plugin without container")
+            << toolbarFile("4", item(1) + item(2, "Helper") + item(3, "") + item(4) + item(5))
+            << false
+            << "read [1,3,4]" + enter +
+                   " / getPlugin: Enter / getPlugin: Plugin container is null " + exit;
+    }
+    void items()
+    {
+        QFETCH(QString, path);
+        QFETCH(bool, group);
+        QFETCH(QString, expected);
+        QCOMPARE(readText(path, group), expected);
+    }
+    void buttonsBuiltSwitchedAndDestroyed()
+    {
+        Bar bar(false);
+        QVERIFY(bar.built);
+        QStringList buttons;
+        for (const ToolItem &item : qAsConst(bar.items))
+            buttons << QString::number(bar.group->id(item.button)) + ' ' + item.button->toolTip() +
+                           ' ' + edges(item.button) + ' ' + item.button->objectName();
+        QCOMPARE(buttons, (QStringList{"7 New message RB ToolBar", "9 Search YR ToolBar"}));
+        LogCapture log;
+        QCOMPARE(ToolBarLogic::GetObjectName("XFramePlugin"),
+                 QStringLiteral("ToolBar_XFramePlugin"));
+        const QStringList lines = log.texts();
+        QVERIFY(std::all_of(lines.begin(), lines.end(), LogCapture::hasStamp));
+        QCOMPARE(log.unstamped(),
+                 (QStringList{kSource + ": GetObjectName Enter: plugin name:XFramePlugin",
+                              kSource + ": GetObjectName Exit: objectname:ToolBar_XFramePlugin"}));
+        // Neighbouring buttons overlap by 6 pixels; the toolbar takes the row's size.
+        bar.widget.show();
+        bar.widget.layout()->activate();
+        QCOMPARE(bar.items.at(1).button->x() - bar.items.at(0).button->x(), 44);
+        QCOMPARE(bar.widget.height(), 48);
+
+        QToolButton *pButton = bar.items.at(0).button;
+        ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 8, false); // unknown id
+        ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 7, false);
+        QVERIFY(!pButton->isEnabled() && bar.items.at(1).button->isEnabled());
+        QCOMPARE(edges(pButton, QIcon::Disabled), QStringLiteral("GG"));
+        QVERIFY(pButton->icon().availableSizes(QIcon::Active).isEmpty());
+        ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 7, true);
+        QVERIFY(pButton->isEnabled() && pButton->icon().availableSizes(QIcon::Disabled).isEmpty());
+        QCOMPARE(edges(pButton), QStringLiteral("RB"));
+
+        ToolBarLogic::DestroyToolButtonGroup(bar.items, &bar.group);
+        QVERIFY(!bar.group && !bar.items.at(0).button && !bar.items.at(1).button);
+        QVERIFY(bar.widget.findChildren<QObject *>().size() == 2); // the two layouts are left
+    }
+    void searchBox()
+    {
+        Bar partial(true, false); // two of the three out-arguments: no search box
+        QVERIFY(partial.built && partial.widget.layout() && !partial.layout && !partial.edit);
+
+        // All three: created with the search item's icon, but shown only when asked for. Right to
+        // left, the buttons' icons are mirrored.
+        QApplication::setLayoutDirection(Qt::RightToLeft);
+        Bar bar(true);
+        QVERIFY(bar.built && bar.edit->size() == QSize(300, 19) && bar.edit->maxLength() == 48);
+        QCOMPARE(edges(bar.items.at(0).button) + edges(bar.items.at(1).button) +
+                     edges(bar.icon->pixmap(Qt::ReturnByValue)),
+                 "BRRYYR"); // the search icon only follows a direction change
+        ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 9, false);
+        QCOMPARE(edges(bar.items.at(1).button, QIcon::Disabled), QStringLiteral("RG"));
+        // A direction change shows enabled icons again, on disabled buttons too.
+        ToolBarLogic::ChangeToolBarIconDirection(kPlugin, bar.items, false, &bar.icon);
+        QCOMPARE(edges(bar.items.at(0).button) + edges(bar.items.at(1).button) +
+                     edges(bar.icon->pixmap(Qt::ReturnByValue)),
+                 "RBYRYR");
+        QVERIFY(!bar.items.at(1).button->isEnabled());
+        ToolBarLogic::ChangeToolBarIconDirection(kPlugin, bar.items, true, &bar.icon);
+        QCOMPARE(edges(bar.icon->pixmap(Qt::ReturnByValue)), QStringLiteral("RY"));
+        QLayout *pMain = bar.widget.layout();
+        bar.widget.show();
+        QCOMPARE(pMain->count(), 1);
+
+        bar.edit->setText(QStringLiteral("old"));
+        for (int i = 0; i < 2; ++i) // showing twice keeps one search row
+            ToolBarLogic::ShowHideSearchBox(&bar.widget, bar.layout, bar.edit, true);
+        QCOMPARE(pMain->count(), 2);
+        QVERIFY(bar.edit->isEnabled() && bar.edit->text().isEmpty());
+        QTRY_VERIFY(bar.edit->isVisible() && bar.icon->isVisible());
+        pMain->activate();
+        QVERIFY(bar.widget.rect().contains(bar.edit->geometry()));
+
+        // Hiding takes the row out: the toolbar shrinks to its buttons and the edit, left alive
+        // below them, is out of sight and disabled.
+        ToolBarLogic::ShowHideSearchBox(&bar.widget, bar.layout, bar.edit, false);
+        pMain->activate();
+        QCOMPARE(pMain->count(), 1);
+        QVERIFY(!bar.edit->isEnabled() && !bar.edit->isHidden() && !bar.layout->parent() &&
+                bar.widget.height() == 48);
+        QVERIFY(!bar.widget.rect().intersects(bar.edit->geometry()));
+    }
+    // Each row's name is the key sequence pressed with the cursor in the middle of "abcd".
+    void searchKeys_data()
+    {
+        QTest::addColumn<QString>("expected"); // text with "|" at the cursor/selection/signals
+        QTest::newRow("Up") << "a|bcd//";
+        QTest::newRow("Down") << "abc|d//";
+        QTest::newRow("Shift+Up") << "a|bcd/b/";
+        QTest::newRow("Ctrl+N") << "ab|cd//N";
+        QTest::newRow("Ctrl+F") << "ab|cd//F";
+        QTest::newRow("Ctrl+G") << "ab|cd//";
+    }
+    void searchKeys()
+    {
+        QFETCH(QString, expected);
+        SearchLineEdit edit;
+        edit.setText(QStringLiteral("abcd"));
+        edit.setCursorPosition(2);
+        QSignalSpy spyN(&edit, &SearchLineEdit::controlN);
+        QSignalSpy spyF(&edit, &SearchLineEdit::controlF);
+        LogCapture log;
+        QTest::keySequence(&edit, QKeySequence(QString::fromLatin1(QTest::currentDataTag())));
+        const QString emitted = QString(spyN.count(), 'N') + QString(spyF.count(), 'F');
+        QCOMPARE(edit.text().insert(edit.cursorPosition(), '|') + '/' + edit.selectedText() + '/' +
+                     emitted,
+                 expected);
+        // A signal comes with its time-stamped line.
+        const QString line =
+            kSource + ": keyPressEvent Cntrl " + emitted + " pressed in the Search Edit Box";
+        QCOMPARE(log.unstamped().filter("Cntrl").size(), emitted.size());
+        QVERIFY(emitted.isEmpty() || (log.containsUnstamped(line) && !log.contains(line)));
+    }
+    void callSetting_data()
+    {
+        QTest::addColumn<QString>("callVoice");
+        QTest::addColumn<QString>("ids");
+        QTest::newRow("empty") << QString("") << "1,2,4,6";
+        QTest::newRow("1") << QString("1") << "1,2,3,4,6";
+        QTest::newRow("10") << QString("10") << "1,2,3,4,6";
+        QTest::newRow("01") << QString("01") << "1,2,4,6";
+    }
+    void callSetting()
+    {
+        QFETCH(QString, callVoice);
+        QFETCH(QString, ids);
+        if (!m_startup) {
+            m_startup = std::make_unique<Startup>(true);
+            QVERIFY(Startup::GetPluginContainer());
+            Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
+        }
+        CommonUtils::SetSettings(QStringLiteral("callui"), QStringLiteral("callvoice"), callVoice);
+
+        // IdlePlugin, enabled but not started, is loaded for its item. The item of a plugin that
+        // cannot be loaded uses up a counted place: item 7 is never read.
+        const QString path = toolbarFile("6", item(1) + item(2, "HelperPlugin") +
+                                                  item(3, "CallUIPlugin") + item(4, "IdlePlugin") +
+                                                  item(5, "MissingPlugin") + item(6) + item(7));
+        QCOMPARE(readText(path, false), "read [" + ids +
+                                            "] | GetXmlData: Enter / getPlugin: Enter / getPlugin: "
+                                            "Enter / getPlugin: Enter / getPlugin: Enter / "
+                                            "getPlugin: plugin is not loaded  / GetXmlData: Exit");
+    }
 
 private:
     std::unique_ptr<Startup> m_startup;
 };
-
-void tst_ToolBar::items_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<bool>("group");
-    QTest::addColumn<QString>("expected");
-
-    const QByteArray three = item(1) + item(2) + item(3);
-    const QByteArray group1 = "<GroupInGroup enable=\"1\"/>";
-    const QString enter = " | GetXmlData: Enter";
-    const QString exit = " / GetXmlData: Exit";
-    const QString ok = enter + exit;
-    const QString zero = exit + ": Item Count is ZERO!";
-    QTest::newRow("count equals items")
-        << toolbarFile("3", three, group1) << false << "read [1,2,3] grouped" + ok;
-    QTest::newRow("count smaller than items")
-        << toolbarFile("2", three, group1) << false << "read [1,2] grouped" + ok;
-    // Running out of items ends without the exit line and without reading the group flag.
-    QTest::newRow("count larger than items")
-        << toolbarFile("5", three, group1) << false << "failed [1,2,3]" + enter;
-    QTest::newRow("negative count")
-        << toolbarFile("-1", three, group1) << false << "read [] grouped" + ok;
-    QTest::newRow("count zero") << toolbarFile("0", three) << false << "failed []" + enter + zero;
-    QTest::newRow("no ToolBar element")
-        << toolbarFile({}, "<root>" + three + "</root>") << true
-        << "failed [] grouped" + enter + " / getToolBarCoount: Exit: XML File Content is Wrong!" +
-               zero;
-    QTest::newRow("no file") << QString() << true
-                             << "failed [] grouped" + enter + exit + ": XML File is not opened";
-    QTest::newRow("group enable 0")
-        << toolbarFile("3", three, "<GroupInGroup enable=\"0\"/>") << true << "read [1,2,3]" + ok;
-    QTest::newRow("no group element keeps the flag")
-        << toolbarFile("3", three) << true << "read [1,2,3] grouped" + ok;
-    QTest::newRow("upper-case SEARCH marks the search item")
-        << toolbarFile("5", item(4) + item(5, {}, "IDS_TB_SEARCH") + item(6, {}, "IDS_TB_search") +
-                                item(7, {}, "MYSEARCHBOX") + item(8, {}, "IDS_TB_Search"))
-        << false << "read [4,5S,6,7S,8]" + ok;
-    // Without a container a named plugin is never loaded; its item still uses up a place.
-    QTest::newRow("item of a plugin without container")
-        << toolbarFile("4", item(1) + item(2, "Helper") + item(3, "") + item(4) + item(5)) << false
-        << "read [1,3,4]" + enter + " / getPlugin: Enter / getPlugin: Plugin container is null " +
-               exit;
-}
-
-void tst_ToolBar::items()
-{
-    QFETCH(QString, path);
-    QFETCH(bool, group);
-    QFETCH(QString, expected);
-    QCOMPARE(readText(path, group), expected);
-}
-
-void tst_ToolBar::buttonsBuiltSwitchedAndDestroyed()
-{
-    Bar bar(false);
-    QVERIFY(bar.built);
-    QStringList buttons;
-    for (const ToolItem &item : qAsConst(bar.items))
-        buttons << QString::number(bar.group->id(item.button)) + ' ' + item.button->toolTip() +
-                       ' ' + edges(item.button) + ' ' + item.button->objectName();
-    QCOMPARE(buttons, (QStringList{"7 New message RB ToolBar", "9 Search YR ToolBar"}));
-    LogCapture log;
-    QCOMPARE(ToolBarLogic::GetObjectName("XFramePlugin"), QStringLiteral("ToolBar_XFramePlugin"));
-    const QStringList lines = log.texts();
-    QVERIFY(std::all_of(lines.begin(), lines.end(), LogCapture::hasStamp));
-    QCOMPARE(log.unstamped(),
-             (QStringList{kSource + ": GetObjectName Enter: plugin name:XFramePlugin",
-                          kSource + ": GetObjectName Exit: objectname:ToolBar_XFramePlugin"}));
-    // Neighbouring buttons overlap by 6 pixels; the toolbar takes the row's size.
-    bar.widget.show();
-    bar.widget.layout()->activate();
-    QCOMPARE(bar.items.at(1).button->x() - bar.items.at(0).button->x(), 44);
-    QCOMPARE(bar.widget.height(), 48);
-
-    QToolButton *pButton = bar.items.at(0).button;
-    ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 8, false); // unknown id
-    ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 7, false);
-    QVERIFY(!pButton->isEnabled() && bar.items.at(1).button->isEnabled());
-    QCOMPARE(edges(pButton, QIcon::Disabled), QStringLiteral("GG"));
-    QVERIFY(pButton->icon().availableSizes(QIcon::Active).isEmpty());
-    ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 7, true);
-    QVERIFY(pButton->isEnabled() && pButton->icon().availableSizes(QIcon::Disabled).isEmpty());
-    QCOMPARE(edges(pButton), QStringLiteral("RB"));
-
-    ToolBarLogic::DestroyToolButtonGroup(bar.items, &bar.group);
-    QVERIFY(!bar.group && !bar.items.at(0).button && !bar.items.at(1).button);
-    QVERIFY(bar.widget.findChildren<QObject *>().size() == 2); // the two layouts are left
-}
-
-void tst_ToolBar::mirroredIconsInRightToLeftLayout()
-{
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    Bar bar(true);
-    QVERIFY(bar.built);
-    QCOMPARE(edges(bar.items.at(0).button) + edges(bar.items.at(1).button), QStringLiteral("BRRY"));
-    ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 9, false);
-    QCOMPARE(edges(bar.items.at(1).button, QIcon::Disabled), QStringLiteral("RG"));
-
-    // A direction change shows enabled icons again, on disabled buttons too.
-    ToolBarLogic::ChangeToolBarIconDirection(kPlugin, bar.items, false, &bar.icon);
-    const QString unmirrored = edges(bar.items.at(0).button) + edges(bar.items.at(1).button) +
-                               edges(bar.icon->pixmap(Qt::ReturnByValue));
-    ToolBarLogic::ChangeToolBarIconDirection(kPlugin, bar.items, true, &bar.icon);
-    QCOMPARE(unmirrored + ' ' + edges(bar.icon->pixmap(Qt::ReturnByValue)), "RBYRYR RY");
-    QVERIFY(!bar.items.at(1).button->isEnabled());
-}
-
-void tst_ToolBar::searchBox()
-{
-    Bar partial(true, false); // two of the three out-arguments: no search box
-    QVERIFY(partial.built && partial.widget.layout() && !partial.layout && !partial.edit);
-
-    // All three: created with the search item's icon, but shown only when asked for.
-    Bar bar(true);
-    QVERIFY(bar.built && bar.edit->size() == QSize(300, 19) && bar.edit->maxLength() == 48);
-    QCOMPARE(edges(bar.icon->pixmap(Qt::ReturnByValue)), QStringLiteral("YR"));
-    QLayout *pMain = bar.widget.layout();
-    bar.widget.show();
-    QCOMPARE(pMain->count(), 1);
-
-    bar.edit->setText(QStringLiteral("old"));
-    for (int i = 0; i < 2; ++i) // showing twice keeps one search row
-        ToolBarLogic::ShowHideSearchBox(&bar.widget, bar.layout, bar.edit, true);
-    QCOMPARE(pMain->count(), 2);
-    QVERIFY(bar.edit->isEnabled() && bar.edit->text().isEmpty());
-    QTRY_VERIFY(bar.edit->isVisible() && bar.icon->isVisible());
-    pMain->activate();
-    QVERIFY(bar.widget.rect().contains(bar.edit->geometry()));
-
-    // Hiding takes the row out: the toolbar shrinks to its buttons and the edit, left alive
-    // below them, is out of sight and disabled.
-    ToolBarLogic::ShowHideSearchBox(&bar.widget, bar.layout, bar.edit, false);
-    pMain->activate();
-    QCOMPARE(pMain->count(), 1);
-    QVERIFY(!bar.edit->isEnabled() && !bar.edit->isHidden() && !bar.layout->parent() &&
-            bar.widget.height() == 48);
-    QVERIFY(!bar.widget.rect().intersects(bar.edit->geometry()));
-}
-
-// Each row's name is the key sequence pressed with the cursor in the middle of "abcd".
-void tst_ToolBar::searchKeys_data()
-{
-    QTest::addColumn<QString>("expected"); // text with "|" at the cursor/selection/signals
-    QTest::newRow("Up") << "a|bcd//";
-    QTest::newRow("Down") << "abc|d//";
-    QTest::newRow("Shift+Up") << "a|bcd/b/";
-    QTest::newRow("Ctrl+N") << "ab|cd//N";
-    QTest::newRow("Ctrl+Shift+N") << "ab|cd//N";
-    QTest::newRow("Ctrl+F") << "ab|cd//F";
-    QTest::newRow("N") << "abn|cd//";
-    QTest::newRow("Ctrl+G") << "ab|cd//";
-}
-
-void tst_ToolBar::searchKeys()
-{
-    QFETCH(QString, expected);
-    SearchLineEdit edit;
-    edit.setText(QStringLiteral("abcd"));
-    edit.setCursorPosition(2);
-    QSignalSpy spyN(&edit, &SearchLineEdit::controlN);
-    QSignalSpy spyF(&edit, &SearchLineEdit::controlF);
-    LogCapture log;
-    QTest::keySequence(&edit, QKeySequence(QString::fromLatin1(QTest::currentDataTag())));
-    const QString emitted = QString(spyN.count(), 'N') + QString(spyF.count(), 'F');
-    QCOMPARE(edit.text().insert(edit.cursorPosition(), '|') + '/' + edit.selectedText() + '/' +
-                 emitted,
-             expected);
-    // A signal comes with its time-stamped line.
-    const QString line =
-        kSource + ": keyPressEvent Cntrl " + emitted + " pressed in the Search Edit Box";
-    QCOMPARE(log.unstamped().filter("Cntrl").size(), emitted.size());
-    QVERIFY(emitted.isEmpty() || (log.containsUnstamped(line) && !log.contains(line)));
-}
-
-void tst_ToolBar::callSetting_data()
-{
-    QTest::addColumn<QString>("callVoice");
-    QTest::addColumn<QString>("ids");
-    QTest::newRow("0") << QString("0") << "1,2,4,6";
-    QTest::newRow("empty") << QString("") << "1,2,4,6";
-    QTest::newRow("1") << QString("1") << "1,2,3,4,6";
-    QTest::newRow("10") << QString("10") << "1,2,3,4,6";
-    QTest::newRow("01") << QString("01") << "1,2,4,6";
-}
-
-void tst_ToolBar::callSetting()
-{
-    QFETCH(QString, callVoice);
-    QFETCH(QString, ids);
-    if (!m_startup) {
-        m_startup = std::make_unique<Startup>(true);
-        QVERIFY(Startup::GetPluginContainer());
-        Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
-    }
-    CommonUtils::SetSettings(QStringLiteral("callui"), QStringLiteral("callvoice"), callVoice);
-
-    // IdlePlugin, enabled but not started, is loaded for its item. The item of a plugin that
-    // cannot be loaded uses up a counted place: item 7 is never read.
-    const QString path =
-        toolbarFile("6", item(1) + item(2, "HelperPlugin") + item(3, "CallUIPlugin") +
-                             item(4, "IdlePlugin") + item(5, "MissingPlugin") + item(6) + item(7));
-    QCOMPARE(readText(path, false), "read [" + ids +
-                                        "] | GetXmlData: Enter / getPlugin: Enter / getPlugin: "
-                                        "Enter / getPlugin: Enter / getPlugin: Enter / "
-                                        "getPlugin: plugin is not loaded  / GetXmlData: Exit");
-}
 
 QTEST_MAIN(tst_ToolBar)
 #include "tst_toolbar.moc"

@@ -1,9 +1,7 @@
-// The test plugins: one source, built once per url. PLUGIN_TAG names the plugin in the lines it
-// logs for the tests ("@Load:<tag>", "@Initialize:<tag>", ...), PLUGIN_INTERFACE is the interface
-// number it answers with itself, PLUGIN_INIT_RESULT is Initialize's result, PLUGIN_NO_BASE leaves
-// out the base plugin interface. As the device manager it runs the backend's detection; the
-// environment variable PROBE_DETECT set to "sync" waits until the event has been delivered, so
-// that the container's wait begins after it, and "block" stalls the detection for 9 s.
+// The test plugins, built once per url with the options of pc_test_plugin (CMakeLists.txt); each
+// logs "@Load:<tag>", "@Initialize:<tag>", ... As the device manager it runs the active backend's
+// detection; PROBE_DETECT=sync waits until the event has been delivered (so that the container's
+// wait begins after it), PROBE_DETECT=block stalls the detection for 9 s.
 #include "PluginInterfaces.h"
 
 #include <NexoBackend.h>
