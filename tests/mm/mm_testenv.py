@@ -403,7 +403,7 @@ class Environment:
         return server
 
 
-def control(words):
+def send_control(words):
     client = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
     client.connect(os.environ["LINKDECK_MM_CONTROL"])
     client.sendall((" ".join(words) + "\n").encode("utf-8"))
@@ -414,7 +414,7 @@ def control(words):
 
 def main(argv):
     if argv[:1] == ["--control"]:
-        return control(argv[1:])
+        return send_control(argv[1:])
     keep_log = False
     while argv and argv[0].startswith("--"):
         option = argv.pop(0)
