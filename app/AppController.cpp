@@ -3,6 +3,7 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "IPluginContainer.h"
+#include "NexoBackend.h"
 #include "NexoSim.h"
 #include "PluginInterfaces.h"
 #include "SettingsLocation.h"
@@ -51,6 +52,7 @@ AppController::~AppController()
 void AppController::start()
 {
     applySkin();
+    selectBackend();
     configureSimulator();
     applyLanguageAndOperator();
 
@@ -73,6 +75,17 @@ void AppController::applySkin()
     QDir::setCurrent(appDir);
     if (!Change::ChangSkin(&m_app, appDir + QStringLiteral("/skin/IDS_SKIN_DEFAULT.qss")))
         std::fprintf(stderr, "linkdeck: the default skin could not be applied\n");
+}
+
+void AppController::selectBackend()
+{
+    // Chosen before anything asks the device service; without the option the library chooses
+    // from the environment and the settings.
+    if (m_options.backend.isEmpty())
+        return;
+    if (NEXO_Backend_Select(m_options.backend.toLatin1().constData()) != 0)
+        std::fprintf(stderr, "linkdeck: the device backend %s is not available\n",
+                     qPrintable(m_options.backend));
 }
 
 void AppController::configureSimulator()
@@ -100,6 +113,7 @@ void AppController::applyLanguageAndOperator()
 void AppController::printRunInfo() const
 {
     std::printf("Settings file: %s\n", qPrintable(QDir::toNativeSeparators(settingsFileInUse())));
+    std::printf("Device backend: %s\n", NEXO_Backend_Name());
     std::printf("Language: %s\n", qPrintable(Change::GetLangName()));
     std::printf("Title: %s\n",
                 Change::tr(QStringLiteral("IDS_APP_TITLE"), QStringLiteral("XFramePlugin"))

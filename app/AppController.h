@@ -29,6 +29,7 @@ public:
 
 private:
     void applySkin();
+    void selectBackend();
     void configureSimulator();
     void applyLanguageAndOperator();
     void printRunInfo() const;

@@ -32,8 +32,15 @@ AppOptions parseAppOptions(const QCoreApplication &app)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        QStringLiteral("LinkDeck connection manager on a simulated device service."));
+        QStringLiteral("LinkDeck connection manager on a simulated device service or on the "
+                       "modems of ModemManager."));
     parser.addHelpOption();
+    const QCommandLineOption backend(
+        QStringLiteral("backend"),
+        QStringLiteral("Device service: simulator, modemmanager (the modems of ModemManager) or "
+                       "auto (ModemManager when it runs). Default: $LINKDECK_DEVICE_BACKEND, "
+                       "else the settings key [device] backend, else simulator."),
+        QStringLiteral("name"));
     const QCommandLineOption device(
         QStringLiteral("device"),
         QStringLiteral("Simulated available device (repeat for several devices)."),
@@ -71,8 +78,8 @@ AppOptions parseAppOptions(const QCoreApplication &app)
         QStringLiteral("reject-device-after"),
         QStringLiteral("The simulated service rejects the device after this many milliseconds."),
         QStringLiteral("ms"));
-    parser.addOptions({device, operatorOption, language, screenshot, quitAfter, switchDevice,
-                       switchAfter, noSplash, cbs, rejectAfter});
+    parser.addOptions({backend, device, operatorOption, language, screenshot, quitAfter,
+                       switchDevice, switchAfter, noSplash, cbs, rejectAfter});
     parser.process(app);
 
     if (!parser.positionalArguments().isEmpty())
@@ -80,6 +87,10 @@ AppOptions parseAppOptions(const QCoreApplication &app)
                              .arg(parser.positionalArguments().constFirst()));
 
     AppOptions options;
+    options.backend = parser.value(backend);
+    if (!options.backend.isEmpty() &&
+        !QStringList{"simulator", "modemmanager", "auto"}.contains(options.backend))
+        failWith(parser, QStringLiteral("--backend is simulator, modemmanager or auto"));
     options.devices = parser.values(device);
     options.operatorName = parser.value(operatorOption);
     options.language = parser.value(language);

@@ -9,6 +9,7 @@ class QCoreApplication;
 // What the command line asks of this run.
 struct AppOptions
 {
+    QString backend;        // device service: simulator, modemmanager or auto; empty: settings
     QStringList devices;    // the simulated device service's available devices
     QString operatorName;   // customization name of the device and the settings' operator
     QString language;       // language code such as "de-de"; empty keeps the stored one

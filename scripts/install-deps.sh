@@ -14,6 +14,8 @@ packages=(
   clang-format
   ccache
   clang libclang-rt-14-dev
+  libmm-glib-dev libglib2.0-dev modemmanager dbus libglib2.0-bin
+  python3-dbusmock python3-dbus python3-gi
 )
 
 if [ "$(id -u)" -ne 0 ]; then

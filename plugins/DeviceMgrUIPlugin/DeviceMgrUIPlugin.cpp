@@ -4,7 +4,7 @@
 #include "CommonUtils.h"
 #include "IPluginContainer.h"
 #include "LastUsedDevice.h"
-#include "NexoSim.h"
+#include "NexoBackend.h"
 #include "PluginSupport.h"
 
 #include <atomic>
@@ -71,7 +71,8 @@ void DeviceMgrUIPlugin::StartDetectDevice()
 {
     PluginSupport::logCall(kName, "StartDetectDevice");
     m_bStartupDetection = true;
-    NexoSim_StartDetection();
+    // The simulator runs its configured detection; ModemManager reports the modems present.
+    NEXO_Backend_StartDetection();
 }
 
 QString DeviceMgrUIPlugin::GetLastUsedDevice()

@@ -2,7 +2,9 @@
 
 #include "Change.h"
 #include "CommonUtils.h"
+#include "NexoBackend.h"
 #include "PluginSupport.h"
+#include "StatusBarOpListParse.h"
 
 namespace {
 
@@ -17,6 +19,22 @@ QString settingOr(const char *group, const char *key, const QString &fallback)
 {
     const QString value = CommonUtils::GetSettings(QLatin1String(group), QLatin1String(key));
     return value.isEmpty() ? fallback : value;
+}
+
+// The operator of the device's SIM (MCC and MNC) by its name in the operator list; else the
+// operator customization of the settings.
+QString operatorName(const QString &none)
+{
+    char operatorId[NEXO_OPERATOR_ID_SIZE] = {};
+    if (NEXO_DevSrv_GetSimOperatorId(operatorId) == 0 && qstrlen(operatorId) >= 5) {
+        const QString code = QString::fromLatin1(operatorId);
+        const QString name = StatusBarOpListParse::GetInstance()
+                                 ->GetOperatorData(code.left(3), code.mid(3))
+                                 .strShortDescr;
+        if (!name.isEmpty())
+            return name;
+    }
+    return settingOr("customize", "operator", none);
 }
 
 } // namespace
@@ -34,10 +52,11 @@ bool StatusBarMgrPlugin::Initialize()
         return true;
     const QString none = text("IDS_STATUS_NONE");
     const QString device = settingOr("devicemgr", "lastused", none);
-    const QString op = settingOr("customize", "operator", none);
+    const QString op = operatorName(none);
     m_pLabel =
         new QLabel(text("IDS_STATUS_DEVICE") + QLatin1Char(' ') + device + QStringLiteral("  |  ") +
                    text("IDS_STATUS_OPERATOR") + QLatin1Char(' ') + op);
+    qDebug("%s: shows \"%s\"", kName, qPrintable(m_pLabel->text()));
     m_pLabel->setObjectName(QStringLiteral("StatusBarMgrPlugin_DeviceLabel"));
     pStatusBar->addPermanentWidget(m_pLabel);
     return true;

@@ -1,5 +1,7 @@
 #include "DeviceSimulator.h"
 
+#include "NexoBackend.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -49,6 +51,7 @@ void DeviceSimulator::reset()
     m_devMgrCallbacks.clear();
     m_devices.clear();
     m_customizeName.reset();
+    m_simOperatorId.clear();
     m_registerResult = 0;
     m_deviceListResult = 0;
     m_detectionType = kDefaultDetectionType;
@@ -69,6 +72,12 @@ void DeviceSimulator::setCustomizeName(std::optional<std::string> name)
 {
     std::lock_guard<std::mutex> lock(m_mutex);
     m_customizeName = std::move(name);
+}
+
+void DeviceSimulator::setSimOperatorId(std::string operatorId)
+{
+    std::lock_guard<std::mutex> lock(m_mutex);
+    m_simOperatorId = std::move(operatorId);
 }
 
 void DeviceSimulator::setRegisterResult(long result)
@@ -152,6 +161,17 @@ long DeviceSimulator::copyCustomizeName(char *buffer)
     if (!m_customizeName)
         return NEXO_ERR_NO_CUSTOMIZATION;
     copyTruncated(*m_customizeName, buffer, NEXO_CUSTOMIZE_NAME_SIZE);
+    return 0;
+}
+
+long DeviceSimulator::copySimOperatorId(char *buffer)
+{
+    if (!buffer)
+        return NEXO_ERR_INVALID_ARGUMENT;
+    std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_devices.empty())
+        return NEXO_ERR_NOT_FOUND;
+    copyTruncated(m_simOperatorId, buffer, NEXO_OPERATOR_ID_SIZE);
     return 0;
 }
 

@@ -31,6 +31,7 @@ public:
     void reset();
     void setDevices(std::vector<std::string> names);
     void setCustomizeName(std::optional<std::string> name);
+    void setSimOperatorId(std::string operatorId);
     void setRegisterResult(long result);
     void setDeviceListResult(long result);
     void setDetection(int type, int delayMs);
@@ -41,6 +42,7 @@ public:
 
     long fillDeviceList(void *block);
     long copyCustomizeName(char *buffer);
+    long copySimOperatorId(char *buffer);
 
     void postEvent(int type, int delayMs);
     long startDetection();
@@ -74,6 +76,7 @@ private:
 
     std::vector<std::string> m_devices;
     std::optional<std::string> m_customizeName;
+    std::string m_simOperatorId;
     long m_registerResult = 0;
     long m_deviceListResult = 0;
     int m_detectionType = NEXO_EVENT_DEV_DETECTED;

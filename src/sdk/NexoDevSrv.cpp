@@ -1,19 +1,27 @@
-// NEXO_DevSrv_* and NexoSim_*: the C face of the device simulator.
+// NEXO_DevSrv_* and NEXO_Backend_*: the C face of the device service, forwarded to the active
+// backend; NexoSim_*: the controls of the device simulator, whichever backend is active.
 
+#include "NexoBackend.h"
 #include "NexoSdk.h"
 #include "NexoSim.h"
 
+#include "DeviceBackend.h"
 #include "DeviceSimulator.h"
 #include "SettingsStore.h"
 
 using nexo::DeviceSimulator;
-using Kind = nexo::DeviceSimulator::CallbackKind;
+using Kind = nexo::CallbackKind;
 
 namespace {
 
 DeviceSimulator &simulator()
 {
     return DeviceSimulator::instance();
+}
+
+nexo::DeviceBackend &backend()
+{
+    return nexo::activeBackend();
 }
 
 // Nothing may cross the C boundary: a failure to get memory or a thread becomes a status.
@@ -71,6 +79,10 @@ long loadFromSettings()
         simulator().setCustomizeName(text);
         status = 0;
     }
+    if (store.value("simulator", "operatorid", text) == 0) {
+        simulator().setSimOperatorId(text);
+        status = 0;
+    }
     return status;
 }
 
@@ -80,32 +92,54 @@ extern "C" {
 
 NEXO_API long NEXO_DevSrv_RegisterDevInitEventCallback(NEXO_DevEventCallback cb)
 {
-    return statusOf([cb] { return simulator().registerCallback(Kind::DevInit, cb); });
+    return statusOf([cb] { return backend().registerCallback(Kind::DevInit, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_RegisterDevMgrCallback(NEXO_DevEventCallback cb)
 {
-    return statusOf([cb] { return simulator().registerCallback(Kind::DevMgr, cb); });
+    return statusOf([cb] { return backend().registerCallback(Kind::DevMgr, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_UnRegisterDevInitEventCallback(NEXO_DevEventCallback cb)
 {
-    return statusOf([cb] { return simulator().unregisterCallback(Kind::DevInit, cb); });
+    return statusOf([cb] { return backend().unregisterCallback(Kind::DevInit, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_UnRegisterDevMgrCallback(NEXO_DevEventCallback cb)
 {
-    return statusOf([cb] { return simulator().unregisterCallback(Kind::DevMgr, cb); });
+    return statusOf([cb] { return backend().unregisterCallback(Kind::DevMgr, cb); });
 }
 
 NEXO_API long NEXO_DevSrv_GetAvailableDeviceList(void *block)
 {
-    return statusOf([block] { return simulator().fillDeviceList(block); });
+    return statusOf([block] { return backend().fillDeviceList(block); });
 }
 
 NEXO_API long NEXO_DevSrv_GetCustomizeName(char *buffer)
 {
-    return statusOf([buffer] { return simulator().copyCustomizeName(buffer); });
+    return statusOf([buffer] { return backend().copyCustomizeName(buffer); });
+}
+
+NEXO_API long NEXO_DevSrv_GetSimOperatorId(char *buffer)
+{
+    return statusOf([buffer] { return backend().copySimOperatorId(buffer); });
+}
+
+NEXO_API long NEXO_Backend_Select(const char *name)
+{
+    return statusOf([name] { return nexo::selectBackend(name); });
+}
+
+NEXO_API const char *NEXO_Backend_Name(void)
+{
+    const char *name = "simulator";
+    guarded([&name] { name = backend().name(); });
+    return name;
+}
+
+NEXO_API long NEXO_Backend_StartDetection(void)
+{
+    return statusOf([] { return backend().startDetection(); });
 }
 
 NEXO_API void NexoSim_Reset(void)
@@ -130,6 +164,11 @@ NEXO_API void NexoSim_SetCustomizeName(const char *name)
     guarded([name] {
         simulator().setCustomizeName(name ? std::optional<std::string>(name) : std::nullopt);
     });
+}
+
+NEXO_API void NexoSim_SetSimOperatorId(const char *operatorId)
+{
+    guarded([operatorId] { simulator().setSimOperatorId(operatorId ? operatorId : ""); });
 }
 
 NEXO_API void NexoSim_SetRegisterResult(long result)

@@ -14,6 +14,9 @@ NEXO_API void NexoSim_Reset(void);
 NEXO_API void NexoSim_SetDevices(const char *const *names, int count);
 /* NULL: GetCustomizeName fails (non-zero). */
 NEXO_API void NexoSim_SetCustomizeName(const char *name);
+/* The SIM's operator id (MCC and MNC) that NEXO_DevSrv_GetSimOperatorId reports while devices
+   are set; "" by default and for NULL. */
+NEXO_API void NexoSim_SetSimOperatorId(const char *operatorId);
 /* What both Register functions return. */
 NEXO_API void NexoSim_SetRegisterResult(long result);
 /* What GetAvailableDeviceList returns. */
@@ -33,7 +36,8 @@ NEXO_API long NexoSim_StartDetection(void);
 NEXO_API long NexoSim_WaitIdle(int timeoutMs);
 
 /* Takes the devices and the customization name from the settings store, group "simulator":
-   key "devices" (names separated by ';', blanks around them dropped) and key "customize".
+   key "devices" (names separated by ';', blanks around them dropped), key "customize" and key
+   "operatorid" (the SIM's operator id).
    A missing key leaves that part as it is. 0 when at least one key was found, otherwise
    NEXO_ERR_NOT_FOUND. */
 NEXO_API long NexoSim_LoadFromSettings(void);

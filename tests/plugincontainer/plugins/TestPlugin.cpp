@@ -1,8 +1,9 @@
 // The test plugins, built once per url with the options of pc_test_plugin (CMakeLists.txt); each
-// logs "@Load:<tag>", "@Initialize:<tag>", ... As the device manager it runs the simulator's
+// logs "@Load:<tag>", "@Initialize:<tag>", ... As the device manager it runs the active backend's
 // detection.
 #include "PluginInterfaces.h"
 
+#include <NexoBackend.h>
 #include <NexoSim.h>
 
 #include <QThread>
@@ -53,7 +54,7 @@ public:
     void StartDetectDevice() override
     {
         qDebug("@StartDetectDevice:%s", QThread::currentThread()->metaObject()->className());
-        NexoSim_StartDetection();
+        NEXO_Backend_StartDetection(); // the simulator's NexoSim_StartDetection, or ModemManager's
     }
     QString GetLastUsedDevice() override
     {
