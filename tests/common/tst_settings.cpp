@@ -48,25 +48,6 @@ private slots:
                 QFile::encodeName(TestFiles::appDir() + "/settings/blocker/settings.ini"));
         QVERIFY(CommonUtils::SetSettings("g", "k", "v"));
     }
-
-    // Under XDG_CONFIG_HOME, else under ~/.config.
-    void settingsFileLocation()
-    {
-        const QString root = TestFiles::appDir() + "/location";
-        qunsetenv("LINKDECK_SETTINGS");
-        qputenv("HOME", QFile::encodeName(root + "/home"));
-        for (const QString xdg : {"/xdg", ""}) {
-            QDir(root).removeRecursively();
-            if (xdg.isEmpty())
-                qunsetenv("XDG_CONFIG_HOME");
-            else
-                qputenv("XDG_CONFIG_HOME", QFile::encodeName(root + xdg));
-            QVERIFY(!CommonUtils::SetSettings("customize", "operator", "nordtel"));
-            QVERIFY(QFile::exists(root + (xdg.isEmpty() ? "/home/.config" : xdg) +
-                                  "/linkdeck/settings.ini"));
-            QCOMPARE(CommonUtils::GetSettings("customize", "operator"), QString("nordtel"));
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_Settings)

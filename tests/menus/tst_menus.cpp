@@ -1,7 +1,6 @@
 #include "MenuParse.h"
 #include "QBuildMenu.h"
 
-#include "CommonUtils.h"
 #include "LogCapture.h"
 #include "NexoSim.h"
 #include "TestFiles.h"
@@ -180,32 +179,6 @@ private slots:
         QVERIFY(log.containsInOrder({kSource + ": ReadInfo:open file ",
                                      kSource + ": AddMenuPopup:AddMenuPopup ",
                                      kSource + ": CustomizeItemParse:ReadMenuItem "}));
-    }
-    void searchSeparator_data()
-    {
-        QTest::addColumn<QString>("entries");
-        QTest::addColumn<bool>("sms");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("switch on") << "A S SEP B SEP C" << true << "A Search | B | C";
-        QTest::newRow("switch off; a later separator shown")
-            << "A S SEP B SEP C" << false << "A Search B | C";
-        QTest::newRow("switch off, separator before search")
-            << "SEP A S SEP B" << false << "| A Search B";
-    }
-    void searchSeparator()
-    {
-        QFETCH(QString, entries);
-        QFETCH(bool, sms);
-        QFETCH(QString, shown);
-        CommonUtils::SetSMSSeperatorConfigValue(sms);
-        entries.replace(QRegularExpression("\\b([A-C])\\b"), "ITEM:\\1=\\1")
-            .replace(QRegularExpression("\\bS\\b"), "ITEM:MENU_SEARCH=Search");
-        MENU::QBuildMenu builder(kPlugin, writeMenuFile(doc("[null:Main]" + entries + "[/]")));
-        QWidget parent;
-        QList<MENU::QActionInfo> records;
-        QMenu *pMenu = builder.CreateMenuBar(QStringLiteral("Main"), &parent, &records);
-        QVERIFY(pMenu && pMenu->parent() == &parent);
-        QCOMPARE(shownText(pMenu), shown);
     }
     void builtMenus()
     {

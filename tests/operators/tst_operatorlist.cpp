@@ -125,30 +125,6 @@ private slots:
                       kSource + ": LoadFile: File " + path + "OperatorList.xml does not exist"}),
                  qPrintable(log.texts().join('\n')));
     }
-    // Entries read before the error stay; the error goes to the log in the reader's own words, as a
-    // warning from the section reader and then as a debug line.
-    void malformedXml()
-    {
-        const QByteArray broken =
-            "<OperatorList>\n<MccMnc>\n<Item mcc=\"1\" mnc=\"2\" shortdescr=\"Kept\"/>\n"
-            "<Item mcc=\"1\" mnc=\"3\"\n</MccMnc>\n<MccOnly><Item mcc=\"1\" "
-            "shortdescr=\"Never\"/></MccOnly>\n</OperatorList>\n";
-        QVERIFY(TestFiles::writeAppFile(kDir + "OperatorList.xml", broken));
-        LogCapture log;
-        QCOMPARE(described("1", "2") + described("1", "9"), QString("Kept||||||"));
-        QCOMPARE(StatusBarOpListParse::GetInstance()->GetLoadFileName(),
-                 QString("OperatorList.xml"));
-        QStringList errors;
-        for (const LogCapture::Line &line : log.lines()) {
-            if (line.text.startsWith("Error:"))
-                errors << QString(line.type == QtWarningMsg ? "warning " : "debug ") + line.text;
-        }
-        QCOMPARE(
-            errors,
-            (QStringList{
-                "warning " + TestFiles::xmlError(broken, "Error: %1  at line  %2 , column  %3 "),
-                "debug " + TestFiles::xmlError(broken, "Error:  %1  at line  %2 , column  %3 ")}));
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_OperatorList)

@@ -82,31 +82,6 @@ private slots:
         QCOMPARE(container->records().at(12)->Name() + container->records().at(13)->Name(),
                  "FirstSame");
     }
-    // The two readers word their error lines differently; what was read before the error stays.
-    void xmlErrorLines()
-    {
-        const QByteArray plugins = "<plugins>\n<plugin><name>A</name><clsid>C1</clsid><static/>"
-                                   "</plugin>\n<plugin><name>B</name><clsid>C2</clsid><static/>"
-                                   "</plugin>\n<plugin><name>X</name></oops>\n</plugins>\n";
-        const QByteArray config =
-            "<config>\n<common><item clsid=\"C1\"/></common>\n"
-            "<device name=\"D\"><plugin><add clsid=\"C2\"/></plugin></device>\n"
-            "<bogus>\n</config>\n<common><item clsid=\"C2\"/></common>\n";
-        const QString pluginsPath = appConfigPath("pluginslib.xml");
-        LogCapture log;
-        auto container = makeContainer(plugins, config);
-        QVERIFY(log.contains(TestFiles::xmlError(plugins, "Error:  %1  in file  " + pluginsPath +
-                                                              "  at line  %2 ,column  %3 ")));
-        QVERIFY(log.contains(TestFiles::xmlError(config, "Error: %1  in file  " +
-                                                             appConfigPath("PluginsConfig.xml") +
-                                                             "  at line  %2 , column  %3 ")));
-        QCOMPARE(container->recordsText(), "A:C1::0:e; B:C2::0:; X:::0:");
-        QVERIFY(container->commonSet() == QSet<QString>{"C1"} &&
-                container->enableList("D") == QStringList{"C2"});
-        QVERIFY(!container->populatePluginInfo(pluginsPath));
-        TestFiles::writeAppFile("/config/good.xml", "<plugins/>");
-        QVERIFY(container->populatePluginInfo(appConfigPath("good.xml")));
-    }
     void missingAndUnreadableFiles()
     {
         LogCapture log;

@@ -73,24 +73,6 @@ long readDeviceList(QByteArray *block)
     return NEXO_DevSrv_GetAvailableDeviceList(block->data());
 }
 
-// What a callback that calls back into the library got from it.
-QString g_reentrant;
-int reentrantCallback(int type, void *data)
-{
-    recordingCallback<'R'>(type, data);
-    QByteArray block;
-    const long list = readDeviceList(&block);
-    g_reentrant = QStringLiteral("list %1 %2, registered %3, wait %4, unregister %5 %6")
-                      .arg(list)
-                      .arg(block == expectedBlock({"E173"}) ? "E173" : "other")
-                      .arg(NexoSim_RegisteredCallbackCount())
-                      .arg(NexoSim_WaitIdle(5000))
-                      .arg(NEXO_DevSrv_UnRegisterDevInitEventCallback(reentrantCallback))
-                      .arg(NEXO_DevSrv_UnRegisterDevMgrCallback(reentrantCallback));
-    NexoSim_PostEvent(NEXO_EVENT_DEV_DEVICE_INVALID, 0);
-    return 1;
-}
-
 } // namespace
 
 class tst_SdkSimulator : public QObject
@@ -186,22 +168,6 @@ private slots:
         QCOMPARE(block, expectedBlock({}));
         char name[NEXO_CUSTOMIZE_NAME_SIZE];
         QCOMPARE(NEXO_DevSrv_GetCustomizeName(name), long(NEXO_ERR_NO_CUSTOMIZATION));
-    }
-
-    void callbackCallsBackIntoTheLibrary()
-    {
-        setDevices({"E173"});
-        QCOMPARE(NEXO_DevSrv_RegisterDevInitEventCallback(reentrantCallback), 0L);
-        QCOMPARE(NEXO_DevSrv_RegisterDevMgrCallback(reentrantCallback), 0L);
-        QVERIFY(apply("+mgr:A"));
-        NexoSim_PostEvent(NEXO_EVENT_DEV_DETECTED, 0);
-        QCOMPARE(NexoSim_WaitIdle(5000), 0L);
-        // WaitIdle from inside times out at once instead of waiting for itself.
-        QCOMPARE(g_reentrant, QStringLiteral("list 0 E173, registered 3, wait %1, unregister 0 0")
-                                  .arg(NEXO_ERR_TIMEOUT));
-        QCOMPARE(NexoSim_RegisteredCallbackCount(), 1);
-        // The event posted from inside reached A only: R had unregistered itself.
-        QCOMPARE(seen(), QStringList({"R6606", "A6606", "A6601"}));
     }
 };
 

@@ -4,7 +4,6 @@
 #include "TestFiles.h"
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QFontMetrics>
 #include <QRegularExpression>
 #include <QWidget>
@@ -18,11 +17,6 @@ const QString kMail = QStringLiteral("john.doe@example.com");
 const QString kWeb = QStringLiteral("www.example.com");
 const QString kLro = QStringLiteral("\u202D");
 const QString kRlo = QStringLiteral("\u202E");
-const QString kPlain = QStringLiteral("/sbin/velmora-open-usermanual");
-const QString kPdf = QStringLiteral("/sbin/velmora-open-usermanual-pdf");
-const QString kMissingScriptLine =
-    QStringLiteral("../../src/core/common/CommonUtils: OpenUrl: the script file  is not found ...");
-
 // An anchor; its text is its target unless given.
 QString a(const QString &target, const QString &text = QString())
 {
@@ -34,23 +28,11 @@ void row(const char *name, const QString &text, const QString &expected)
     QTest::newRow(name) << text << expected;
 }
 
-// What the script wrote, through a temporary file so that the test never reads half of it.
-QStringList recordedArguments(const QString &script)
-{
-    QFile file(TestFiles::appDir() + script + ".args");
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromLocal8Bit(file.readAll()).split('\n', Qt::SkipEmptyParts);
-}
-
 } // namespace
 
 class tst_TextUtils : public QObject
 {
     Q_OBJECT
-
-public slots: // stands in for the desktop's URL handlers
-    void open(const QUrl &url) { m_opened.append(url); }
 
 private slots:
     void initTestCase()
@@ -59,8 +41,6 @@ private slots:
         QVERIFY(TestFiles::writeAppFile("/plugins/FormatTestPlugin/FormatTestPlugin_en-us.lang",
                                         "<lang><item name=\"IDS_UNIT_B\">Byte</item>"
                                         "<item name=\"IDS_UNIT_KB\">KiB/s</item></lang>\n"));
-        for (const char *scheme : {"file", "http", "https"})
-            QDesktopServices::setUrlHandler(scheme, this, "open");
     }
     void links_data()
     {
@@ -105,55 +85,6 @@ private slots:
         QFETCH(QString, expected);
         CommonUtils::ParanthesisCorrection(text);
         QCOMPARE(text, expected);
-    }
-    void openUrl_data()
-    {
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QStringList>("installed");
-        QTest::addColumn<QString>("runs"); // empty: the desktop opens the fallback URL instead
-        QTest::addColumn<QUrl>("fallback");
-        const auto row = [](const char *name, const QString &address, const QStringList &installed,
-                            const QString &runs, const QUrl &fallback = QUrl()) {
-            QTest::newRow(name) << address << installed << runs << fallback;
-        };
-        const QStringList both{kPlain, kPdf};
-        const QString pdf = QStringLiteral("/opt/linkdeck/manual.pdf");
-        const QString html = QStringLiteral("/opt/linkdeck/index.html");
-        row("pdf manual", pdf, both, kPdf);
-        row("html page", html, both, kPlain);
-        row("address is not quoted", "/tmp/user manual.pdf", {kPdf}, kPdf);
-        row("pdf, no scripts", pdf, {}, {}, QUrl::fromLocalFile(pdf));
-    }
-    // The address decides which script runs, and the script gets the address as it was given, split
-    // at blanks by the shell; a missing script sends the URL to the desktop instead.
-    void openUrl()
-    {
-        QFETCH(QString, address);
-        QFETCH(QStringList, installed);
-        QFETCH(QString, runs);
-        QFETCH(QUrl, fallback);
-        QVERIFY(TestFiles::removeAppPath(QStringLiteral("/sbin")));
-        for (const QString &script : installed) { // a real script that records its arguments
-            QVERIFY(TestFiles::writeAppFile(
-                script,
-                "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$0.tmp\" && mv \"$0.tmp\" \"$0.args\"\n"));
-            QVERIFY(QFile::setPermissions(TestFiles::appDir() + script,
-                                          QFileDevice::ReadOwner | QFileDevice::ExeOwner));
-        }
-        m_opened.clear();
-
-        LogCapture log;
-        QVERIFY(CommonUtils::OpenUrl(address));
-        if (runs.isEmpty()) {
-            QCOMPARE(m_opened, QList<QUrl>{fallback});
-            QTest::qWait(200); // a script started by mistake would have written its record by now
-        } else {
-            QTRY_COMPARE_WITH_TIMEOUT(recordedArguments(runs), address.split(' '), 5000);
-            QVERIFY(m_opened.isEmpty());
-        }
-        QCOMPARE(log.count(kMissingScriptLine), runs.isEmpty() ? 1 : 0);
-        for (const QString &script : installed)
-            QCOMPARE(recordedArguments(script).isEmpty(), script != runs);
     }
     // The last row (in table order) whose threshold lies strictly below the value, else the first.
     void units_data()
@@ -216,9 +147,6 @@ private slots:
                               "GetWidgetStringHeightAndWidth: Empty String in the widget",
                               "GetApplicationStringHeightAndWidth: Empty String in the widget"}));
     }
-
-private:
-    QList<QUrl> m_opened;
 };
 
 QTEST_MAIN(tst_TextUtils)

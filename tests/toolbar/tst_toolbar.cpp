@@ -1,9 +1,6 @@
 #include "ToolBarLogic.h"
 
-#include "CommonUtils.h"
-#include "IPluginContainer.h"
 #include "LogCapture.h"
-#include "Startup.h"
 #include "TestFiles.h"
 
 #include <QApplication>
@@ -90,7 +87,6 @@ struct Bar
     {}
     ~Bar()
     {
-        QApplication::setLayoutDirection(Qt::LeftToRight);
         if (layout && !layout->parent())
             delete layout; // hidden: the caller owns it
         delete edit;
@@ -107,8 +103,6 @@ struct Bar
 };
 } // namespace
 
-// Test functions run in declaration order: items() reads without a plugin container, the last,
-// callSetting(), starts one with the test plugins named in appdir/config/.
 class tst_ToolBar : public QObject
 {
     Q_OBJECT
@@ -188,22 +182,8 @@ private slots:
     {
         Bar partial(true, false); // two of the three out-arguments: no search box
         QVERIFY(partial.built && partial.widget.layout() && !partial.layout && !partial.edit);
-
-        // Right to left, the buttons' icons are mirrored.
-        QApplication::setLayoutDirection(Qt::RightToLeft);
         Bar bar(true);
         QVERIFY(bar.built && bar.edit->size() == QSize(300, 19) && bar.edit->maxLength() == 48);
-        QCOMPARE(edges(bar.items.at(0).button) + edges(bar.items.at(1).button) +
-                     edges(bar.icon->pixmap(Qt::ReturnByValue)),
-                 "BRRYYR"); // the search icon only follows a direction change
-        ToolBarLogic::EnableDisableItem(kPlugin, bar.items, 9, false);
-        QCOMPARE(edges(bar.items.at(1).button, QIcon::Disabled), QStringLiteral("RG"));
-        // A direction change shows enabled icons again, on disabled buttons too.
-        ToolBarLogic::ChangeToolBarIconDirection(kPlugin, bar.items, false, &bar.icon);
-        QCOMPARE(edges(bar.items.at(0).button) + edges(bar.items.at(1).button) +
-                     edges(bar.icon->pixmap(Qt::ReturnByValue)),
-                 "RBYRYR");
-        QVERIFY(!bar.items.at(1).button->isEnabled());
         QLayout *pMain = bar.widget.layout();
         bar.widget.show();
         QCOMPARE(pMain->count(), 1);
@@ -238,38 +218,6 @@ private slots:
         const QString line = kSource + ": keyPressEvent Cntrl F pressed in the Search Edit Box";
         QVERIFY(log.countUnstamped(line) == 2 && !log.contains(line));
     }
-    void callSetting_data()
-    {
-        QTest::addColumn<QString>("callVoice");
-        QTest::addColumn<QString>("ids");
-        QTest::newRow("empty") << QString("") << "1,2,4,6";
-        QTest::newRow("10") << QString("10") << "1,2,3,4,6";
-        QTest::newRow("01") << QString("01") << "1,2,4,6";
-    }
-    void callSetting()
-    {
-        QFETCH(QString, callVoice);
-        QFETCH(QString, ids);
-        if (!m_startup) {
-            m_startup = std::make_unique<Startup>(true);
-            QVERIFY(Startup::GetPluginContainer());
-            Startup::GetPluginContainer()->LoadAllStaticOrActivePlugin();
-        }
-        CommonUtils::SetSettings(QStringLiteral("callui"), QStringLiteral("callvoice"), callVoice);
-
-        // IdlePlugin, enabled but not started, is loaded for its item. The item of a plugin that
-        // cannot be loaded uses up a counted place: item 7 is never read.
-        const QString path = toolbarFile("6", item(1) + item(2, "HelperPlugin") +
-                                                  item(3, "CallUIPlugin") + item(4, "IdlePlugin") +
-                                                  item(5, "MissingPlugin") + item(6) + item(7));
-        QCOMPARE(readText(path, false), "read [" + ids +
-                                            "] | GetXmlData: Enter / getPlugin: Enter / getPlugin: "
-                                            "Enter / getPlugin: Enter / getPlugin: Enter / "
-                                            "getPlugin: plugin is not loaded  / GetXmlData: Exit");
-    }
-
-private:
-    std::unique_ptr<Startup> m_startup;
 };
 
 QTEST_MAIN(tst_ToolBar)

@@ -86,17 +86,6 @@ private slots:
         QCOMPARE(render(&style, Qt::Vertical, {40, 40}, {{2, 6}, {6, 6}, {6, 20}}), QString("TBG"));
     }
 
-    void missingImagesPaintNothing()
-    {
-        QTemporaryDir empty;
-        QVERIFY(QDir::setCurrent(empty.path()));
-        LDKStyle style;
-        QVERIFY(QDir::setCurrent(TestFiles::appDir()));
-        QList<QPoint> points;
-        for (int y = 0; y < 200; y += 7)
-            points << QPoint(6, y);
-        QCOMPARE(render(&style, Qt::Vertical, {13, 200}, points), QString(points.size(), 'U'));
-    }
 };
 
 QTEST_MAIN(tst_LDKStyle)
