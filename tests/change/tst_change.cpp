@@ -99,25 +99,6 @@ private slots:
         QCOMPARE(Change::tr("IDS_MISSING", "Lazy"), QString("Found"));
     }
 
-    void missingFileLogsAndFails()
-    {
-        LogCapture log;
-        QVERIFY(!Change::LoadLangFile("Nowhere"));
-        const QString path = TestFiles::appDir() + "/plugins/Nowhere/Nowhere_en-us.lang";
-        QCOMPARE(log.texts(), (QStringList{kLoading + path, "File " + path + " does not exist"}));
-        QCOMPARE(Change::tr("IDS_ANY", "Nowhere"), QString());
-    }
-
-    // The first character is taken for the "_" prefix that storing adds.
-    void storedLanguageDropsFirstCharacter()
-    {
-        TestFiles::useFreshSettings(); // init's SetLangName stored a name
-        QCOMPARE(Change::GetSettingDefaultLang(), QString());
-        CommonUtils::SetSettings("language", "active", "de-de");
-        QCOMPARE(Change::GetSettingDefaultLang(), QString("e-de"));
-        QCOMPARE(Change::GetLangName(), QString("e-de"));
-    }
-
     void setLangNameReloadsLoadedFilesAndStores()
     {
         writeLanguage("Switch", "en-us", {"IDS_PRINT", "Print", "IDS_ONLY_EN", "English only"});

@@ -149,10 +149,6 @@ private slots:
         QCOMPARE(NexoSim_RegisteredCallbackCount(), 0);
         QCOMPARE(events(log, "GetLastUsedDevice").size(), found ? 0 : 1);
         QCOMPARE(hasFallbackLine(log, device), !found);
-        for (const QString &text : log.texts()) {
-            if (text.contains("PluginContainer: getDeviceName ") || text.contains("called NEXO_"))
-                QVERIFY2(LogCapture::hasStamp(text), qPrintable(text));
-        }
     }
     // A delivered name serves one request only; a failed device list keeps the stored name.
     void nameIsConsumedOnce()

@@ -60,7 +60,6 @@ private slots:
         const QString folder = "/plugins";
         QTest::newRow("existing file") << kPhoto << kPhoto;
         QTest::newRow("empty path gives the default") << QString() << kDefault;
-        QTest::newRow("the default path") << kDefault << kDefault;
         QTest::newRow("folder path ending in / ignored") << folder + "/" << kPhoto;
         QTest::newRow("existing file ending in \\ ignored") << QString("/odd\\") << kPhoto;
         QTest::newRow("missing file ignored") << kPhoto + "x" << kPhoto;
