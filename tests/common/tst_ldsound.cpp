@@ -19,15 +19,6 @@ QByteArray readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QStringList soundLines(const LogCapture &log)
-{
-    QStringList lines;
-    for (const LogCapture::Line &line : log.lines())
-        if (line.category == "linkdeck.core.sound")
-            lines << QString(line.text).replace(kSource, "");
-    return lines;
-}
-
 } // namespace
 
 class tst_LdSound : public QObject
@@ -83,7 +74,7 @@ private slots:
         const bool playing = sound.IsPlaying();
         QCOMPARE(sound.Stop(), playing);
         QTRY_COMPARE(finished.count(), started ? 1 : 0);
-        QCOMPARE(soundLines(log), lines);
+        QCOMPARE(log.texts().filter(kSource).replaceInStrings(kSource, QString()), lines);
     }
 };
 
