@@ -93,8 +93,6 @@ private slots:
                 windows[restoreIndex]->bar->showMaxRestore();
             windows.back()->bar->showSmall();
         }
-        QCOMPARE(QSize(TitleBar::iHorizontalCnt, TitleBar::iVerticalCnt),
-                 QSize(available().width() / 160, available().height() / 30));
         QVERIFY(windows.back()->bar->IsMiniState());
         QCOMPARE(windows.back()->widget->geometry(), slot);
         if (restoreIndex >= 0)

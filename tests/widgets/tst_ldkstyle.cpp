@@ -65,13 +65,6 @@ private slots:
         writeImage(dir + "scrollbar_handle.png", {5, 90, 5}, 3);
     }
 
-    // The Windows base style etches disabled text; ours do not.
-    void noEtchedText()
-    {
-        QCOMPARE(LDKStyle().styleHint(QStyle::SH_EtchDisabledText) +
-                     WinClassic().styleHint(QStyle::SH_EtchDisabledText),
-                 0);
-    }
     // The slider spans 13..99 along the bar: caps at 13..17 and 94..98, the body between.
     void paintsFromSkinImages()
     {
@@ -85,7 +78,6 @@ private slots:
         // A vertical bar as wide as high is laid out as a horizontal one, the groove image rotated.
         QCOMPARE(render(&style, Qt::Vertical, {40, 40}, {{2, 6}, {6, 6}, {6, 20}}), QString("TBG"));
     }
-
 };
 
 QTEST_MAIN(tst_LDKStyle)
