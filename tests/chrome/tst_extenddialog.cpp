@@ -1,6 +1,5 @@
 #include "ExtendDialog.h"
 #include "LogCapture.h"
-#include "TitleBar.h"
 
 #include <QSignalSpy>
 #include <QtTest>
