@@ -65,7 +65,7 @@ private slots:
         QTest::newRow("missing file ignored") << kPhoto + "x" << kPhoto;
         QTest::newRow("existing folder without a slash, no picture") << folder << folder;
     }
-    // From the photo set to another path: path, picture, signal, tool tip and delete button.
+    // From the photo set to another path: path, picture, signal and delete button.
     void setPixmap()
     {
         QFETCH(QString, path);
