@@ -119,11 +119,10 @@ private slots:
         QVERIFY(TestFiles::removeAppPath(kDir + "OperatorList.xml"));
         StatusBarOpListParse::DestroyInstance();
         QCOMPARE(described("460", "01") + described("460", "02"), QString("||||||"));
-        QVERIFY2(log.containsInOrder(
-                     {kSource + ": LoadFile: File " + path + "Missing.xml does not exist",
-                      kSource + ": LoadFile: Error open file:" + path + "Folder.xml",
-                      kSource + ": LoadFile: File " + path + "OperatorList.xml does not exist"}),
-                 qPrintable(log.texts().join('\n')));
+        QVERIFY(log.containsInOrder(
+            {kSource + ": LoadFile: File " + path + "Missing.xml does not exist",
+             kSource + ": LoadFile: Error open file:" + path + "Folder.xml",
+             kSource + ": LoadFile: File " + path + "OperatorList.xml does not exist"}));
     }
 };
 
