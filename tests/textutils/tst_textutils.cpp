@@ -53,8 +53,6 @@ private slots:
         row("other h/t/p/s schemes only after a line feed", "ph://x\nph://x",
             "ph://x&nbsp;\n" + a("http://ph://x", "ph://x"));
         row("angle brackets, ampersand kept", "a<b>c & <i>", "a&lt;b&gt;c&nbsp;&&nbsp;&lt;i&gt;");
-        row("line feed before https: scheme doubled", "see\nhttps://example.com",
-            "see&nbsp;\n" + a("http://https://example.com", "https://example.com"));
         row("punctuation after addresses", kWeb + ", (" + kMail + "). https://example.com)",
             kWeb + ",&nbsp;(" + kMail + ").&nbsp;" + a("https://example.com)"));
         row("character above U+00FF ends an http address", "http://x.com/\u0109x",
