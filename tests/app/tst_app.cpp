@@ -57,10 +57,11 @@ private slots:
         QTest::addColumn<QString>("lastUsed");        // device kept for the next start
         QTest::addColumn<QStringList>("order");       // lines that appear in this order
 
-        // The device manager comes with the container, the main frame right after it and the
-        // layout of its pages while its window is built; then the rest in the library file's order.
+        // The device manager comes with the container, the main frame right after it; while its
+        // window is built, the layout of its pages and the call plugin its toolbar asks for; then
+        // the rest in the library file's order.
         const QStringList common = {"DeviceMgrUIPlugin", "XFramePlugin",     "LayoutPlugin",
-                                    "AddrBookUIPlugin",  "SettingsUIPlugin", "CallUIPlugin",
+                                    "CallUIPlugin",      "AddrBookUIPlugin", "SettingsUIPlugin",
                                     "StatusBarMgrPlugin"};
         const QStringList withNotify = common + QStringList{"NotifyPlugin"};
         const QString unloaded =
