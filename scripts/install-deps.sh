@@ -9,8 +9,8 @@ packages=(
   mobile-broadband-provider-info
   python3
   alsa-utils
-  xvfb xdotool x11-utils
-  weston qtwayland5
+  xvfb xauth xdotool x11-utils
+  weston libgl1-mesa-dri qtwayland5
   clang-format
   ccache
   clang libclang-rt-14-dev
