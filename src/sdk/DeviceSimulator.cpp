@@ -1,5 +1,6 @@
 #include "DeviceSimulator.h"
 
+#include "CopyTruncated.h"
 #include "NexoBackend.h"
 
 #include <algorithm>
@@ -14,24 +15,6 @@ constexpr int kDefaultDetectionType = NEXO_EVENT_DEV_DETECTED;
 constexpr int kDefaultDetectionDelayMs = 100;
 // How long exit waits for a callback that is still running.
 constexpr std::chrono::seconds kShutdownWait{5};
-
-// Length of name cut to at most maxBytes without splitting a UTF-8 sequence.
-size_t truncatedLength(const std::string &name, size_t maxBytes)
-{
-    if (name.size() <= maxBytes)
-        return name.size();
-    size_t length = maxBytes;
-    while (length > 0 && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80)
-        --length;
-    return length;
-}
-
-void copyTruncated(const std::string &text, char *target, size_t capacity)
-{
-    const size_t length = truncatedLength(text, capacity - 1);
-    std::memcpy(target, text.data(), length);
-    target[length] = '\0';
-}
 
 } // namespace
 

@@ -11,6 +11,7 @@
 #include "ModemManagerBackend.h"
 
 #include "CallbackRegistry.h"
+#include "CopyTruncated.h"
 #include "NexoBackend.h"
 #include "SettingsStore.h"
 
@@ -43,24 +44,6 @@ constexpr std::chrono::seconds kShutdownWait{5};
 constexpr unsigned kDetectionDelayMs = 100;
 constexpr char kCustomizeGroup[] = "customize-map";
 constexpr char kCustomizeDefaultKey[] = "default";
-
-// Length of text cut to at most maxBytes without splitting a UTF-8 sequence.
-size_t truncatedLength(const std::string &text, size_t maxBytes)
-{
-    if (text.size() <= maxBytes)
-        return text.size();
-    size_t length = maxBytes;
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-        --length;
-    return length;
-}
-
-void copyTruncated(const std::string &text, char *target, size_t capacity)
-{
-    const size_t length = truncatedLength(text, capacity - 1);
-    std::memcpy(target, text.data(), length);
-    target[length] = '\0';
-}
 
 // A private connection to the system bus ($DBUS_SYSTEM_BUS_ADDRESS as GLib reads it), so that
 // closing it affects nobody else in the process; null with a message when there is none.
