@@ -125,14 +125,7 @@ long DeviceSimulator::fillDeviceList(void *block)
     std::lock_guard<std::mutex> lock(m_mutex);
     if (m_deviceListResult != 0)
         return m_deviceListResult;
-    auto *bytes = static_cast<char *>(block);
-    const auto count =
-        static_cast<std::int32_t>(std::min<size_t>(m_devices.size(), NEXO_DEVICE_LIST_MAX));
-    std::memcpy(bytes + NEXO_DEVICE_LIST_COUNT_OFFSET, &count, sizeof count);
-    for (std::int32_t i = 0; i < count; ++i) {
-        char *slot = bytes + NEXO_DEVICE_LIST_NAMES_OFFSET + i * NEXO_DEVICE_NAME_SLOT;
-        copyTruncated(m_devices[static_cast<size_t>(i)], slot, NEXO_DEVICE_NAME_SLOT);
-    }
+    fillDeviceBlock(m_devices, block);
     return 0;
 }
 

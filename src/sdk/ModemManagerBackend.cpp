@@ -160,15 +160,13 @@ public:
             return NEXO_ERR_INVALID_ARGUMENT;
         if (const long status = ensureRunning())
             return status;
-        std::lock_guard<std::mutex> lock(m_mutex);
-        auto *bytes = static_cast<char *>(block);
-        const auto count =
-            static_cast<std::int32_t>(std::min<size_t>(m_modems.size(), NEXO_DEVICE_LIST_MAX));
-        std::memcpy(bytes + NEXO_DEVICE_LIST_COUNT_OFFSET, &count, sizeof count);
-        for (std::int32_t i = 0; i < count; ++i) {
-            char *slot = bytes + NEXO_DEVICE_LIST_NAMES_OFFSET + i * NEXO_DEVICE_NAME_SLOT;
-            copyTruncated(m_modems[static_cast<size_t>(i)].model, slot, NEXO_DEVICE_NAME_SLOT);
+        std::vector<std::string> models;
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            for (const auto &modem : m_modems)
+                models.push_back(modem.model);
         }
+        fillDeviceBlock(models, block);
         return 0;
     }
 
