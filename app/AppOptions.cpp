@@ -78,15 +78,50 @@ AppOptions parseAppOptions(const QCoreApplication &app)
         QStringLiteral("reject-device-after"),
         QStringLiteral("The simulated service rejects the device after this many milliseconds."),
         QStringLiteral("ms"));
+    const QCommandLineOption profile(
+        QStringLiteral("profile"),
+        QStringLiteral("Print the start-up phases and each plugin's load and init times at exit."));
+    const QCommandLineOption listPlugins(
+        QStringLiteral("list-plugins"),
+        QStringLiteral("List every plugin record for --operator and --device, then exit."));
+    const QCommandLineOption explain(
+        QStringLiteral("explain"),
+        QStringLiteral("Explain which rule enables or disables each plugin for --operator and "
+                       "--device, and the splash decision, then exit."));
+    const QCommandLineOption checkConfig(
+        QStringLiteral("check-config"),
+        QStringLiteral("Check the configuration of an application directory (the argument; "
+                       "default: this one). Exit status 1 and one line per problem."));
+    const QCommandLineOption json(QStringLiteral("json"),
+                                  QStringLiteral("Inspections print JSON instead of text."));
     parser.addOptions({backend, device, operatorOption, language, screenshot, quitAfter,
-                       switchDevice, switchAfter, noSplash, cbs, rejectAfter});
+                       switchDevice, switchAfter, noSplash, cbs, rejectAfter, profile, listPlugins,
+                       explain, checkConfig, json});
+    parser.addPositionalArgument(QStringLiteral("appdir"),
+                                 QStringLiteral("With --check-config: the directory to check."),
+                                 QStringLiteral("[appdir]"));
     parser.process(app);
 
-    if (!parser.positionalArguments().isEmpty())
-        failWith(parser, QStringLiteral("Unexpected argument: %1")
-                             .arg(parser.positionalArguments().constFirst()));
-
     AppOptions options;
+    const int inspections = int(parser.isSet(listPlugins)) + int(parser.isSet(explain)) +
+                            int(parser.isSet(checkConfig));
+    if (inspections > 1)
+        failWith(parser, QStringLiteral("Use one of --list-plugins, --explain, --check-config"));
+    if (parser.isSet(listPlugins))
+        options.inspection = AppOptions::Inspection::ListPlugins;
+    else if (parser.isSet(explain))
+        options.inspection = AppOptions::Inspection::Explain;
+    else if (parser.isSet(checkConfig))
+        options.inspection = AppOptions::Inspection::CheckConfig;
+    options.json = parser.isSet(json);
+    options.profile = parser.isSet(profile);
+
+    QStringList positional = parser.positionalArguments();
+    if (options.inspection == AppOptions::Inspection::CheckConfig && positional.size() == 1)
+        options.inspectedDir = QFileInfo(positional.takeFirst()).absoluteFilePath();
+    if (!positional.isEmpty())
+        failWith(parser, QStringLiteral("Unexpected argument: %1").arg(positional.constFirst()));
+
     options.backend = parser.value(backend);
     if (!options.backend.isEmpty() &&
         !QStringList{"simulator", "modemmanager", "auto"}.contains(options.backend))
@@ -110,4 +145,14 @@ AppOptions parseAppOptions(const QCoreApplication &app)
     if (parser.isSet(rejectAfter))
         options.rejectAfterMs = milliseconds(parser, rejectAfter);
     return options;
+}
+
+bool isInspection(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArray argument(argv[i]);
+        if (argument == "--list-plugins" || argument == "--explain" || argument == "--check-config")
+            return true;
+    }
+    return false;
 }

@@ -20,7 +20,17 @@ struct AppOptions
     bool noSplash = false;
     QString cellBroadcast;  // the text the simulated network broadcasts (title-bar ticker)
     int rejectAfterMs = -1; // the service rejects the device this long after start; -1 never
+    bool profile = false;   // print the start-up profile at exit
+
+    // Inspecting the configuration instead of starting
+    enum class Inspection { None, ListPlugins, Explain, CheckConfig };
+    Inspection inspection = Inspection::None;
+    QString inspectedDir; // --check-config's application directory; empty: our own
+    bool json = false;
 };
+
+// True when the command line asks for an inspection, which needs no display.
+bool isInspection(int argc, char *argv[]);
 
 // Parses the application's arguments; prints the help or an error and exits on bad input.
 AppOptions parseAppOptions(const QCoreApplication &app);

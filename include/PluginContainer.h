@@ -16,6 +16,7 @@
 #include <atomic>
 
 class CInitConfigThread;
+class ConfigObserver;
 class LoadingPassScope;
 class QObject;
 class QPluginLoader;
@@ -109,6 +110,12 @@ public:
     static int OnDevMgrEvent(int enNotifyType, void *pData);
 
 protected:
+    // For inspecting a configuration: reads both files of appDir and applies the common and
+    // operator rules for customizeName exactly as the constructor above does, telling the
+    // observer every entry read and every rule applied. It reads no settings, loads no plugin
+    // (loadPlugin refuses to), starts no thread and loads no language file.
+    PluginContainer(const QString &appDir, const QString &customizeName, ConfigObserver *observer);
+
     // Registry
     bool isPluginInList(QString clsid);
     QString getPluginNameByClsid(QString clsid);
@@ -161,6 +168,9 @@ protected:
     CInitConfigThread *m_pInitConfigThread = nullptr;
     // The loading pass under way, which lists the plugin directory once; null outside a pass.
     LoadingPassScope *m_pLoadingPass = nullptr;
+    // Set only by the inspecting constructor.
+    ConfigObserver *m_pObserver = nullptr;
+    bool m_bInspectionOnly = false;
 
     static QString m_strDeviceName;
     static QMutex m_LockStrDevName;
@@ -168,6 +178,12 @@ protected:
 private:
     friend class LoadingPassScope;
     friend class CInitConfigThread;
+
+    void createRegistry();
+    // Both files, then the common and operator rules.
+    void readConfiguration(const QString &strPluginsFile, const QString &strConfigFile);
+    // Tells the observer, if any, about the customization file's entry under the reader.
+    void noteEntry(const QXmlStreamReader &xml, const char *section, const QString &owner);
 
     // Loads the record's library unless it is loaded; a failure leaves the record unloaded.
     void loadIntoRecord(PluginInfo *info);

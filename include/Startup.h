@@ -33,6 +33,15 @@ public:
     // milliseconds it has been shown. A second call returns null.
     static QSplashScreen *GetSplashScreen(int &elapsed);
 
+    // Whether the main frame's configuration file below appDir wants a splash for an operator
+    // customization name (the start flag aside), and what decided it: haveSplashScreen's answer.
+    struct SplashDecision
+    {
+        bool splash;
+        QString reason;
+    };
+    static SplashDecision decideSplash(const QString &appDir, const QString &strOperator);
+
     bool initializePluginContainer(QString &strPluginsFile, QString &strConfigFile, bool bFlag);
     bool loadMainFramePlugin();
     void showSplashScreen();

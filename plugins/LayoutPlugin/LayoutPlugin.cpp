@@ -1,5 +1,6 @@
 #include "LayoutPlugin.h"
 
+#include "Change.h"
 #include "PluginSupport.h"
 
 #include <QTabWidget>
@@ -41,6 +42,8 @@ QWidget *LayoutPlugin::GetLayoutWidget()
         m_pPages = new QTabWidget;
         m_pPages->setObjectName(QStringLiteral("LayoutPlugin_Pages"));
         m_pPages->setDocumentMode(true);
+        m_pPages->setAccessibleName(
+            Change::tr(QStringLiteral("IDS_LAYOUT_PAGES"), QLatin1String(kName)));
     }
     return m_pPages;
 }

@@ -2,6 +2,7 @@
 
 #include "CommonUtils.h"
 #include "LDKStyle.h"
+#include "LanguageFilePath.h"
 #include "LanguageText.h"
 #include "common/CoreLogging.h"
 #include "common/LogLine.h"
@@ -77,9 +78,7 @@ QString Change::GetLangName()
 
 bool Change::LoadLangFile(QString plugin)
 {
-    const QString path = CommonUtils::GetPluginLibraryPath() + QLatin1String("/plugins/") + plugin +
-                         QLatin1Char('/') + plugin + QLatin1Char('_') + s_langName +
-                         QLatin1String(".lang");
+    const QString path = languageFilePath(CommonUtils::GetPluginLibraryPath(), plugin, s_langName);
     qCDebug(lcLanguage, "%s: loading %s", LogLine::prefix(kSource, "LoadLangFile").constData(),
             LogLine::arg(path).constData());
     XmlReading::FileReader reader(path);

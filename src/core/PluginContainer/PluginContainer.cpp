@@ -5,6 +5,7 @@
 #include "Change.h"
 #include "CommonUtils.h"
 #include "ContainerLog.h"
+#include "StartupProfile.h"
 
 namespace {
 enum { kTerminatedThreadGraceMs = 2000 };
@@ -18,25 +19,17 @@ PluginContainer::PluginContainer(QString strPluginsFile, QString strConfigFile, 
             LogLine::arg(strPluginsFile).constData());
     m_pluginDir.setPath(CommonUtils::GetPluginLibraryPath());
 
-    m_pHashPlugins = new QHash<QString, PluginInfo *>;
-    m_pListPlugins = new QList<PluginInfo *>;
-    m_pSetCommon = new QSet<QString>;
-    m_pEnableList = new QMultiHash<QString, QString>;
-    m_pDisableList = new QMultiHash<QString, QString>;
+    createRegistry();
     if (!m_pHashPlugins || !m_pListPlugins) {
         qCDebug(lcPlugins, "%s: m_pHashPlugins or m_pListPlugins is NULL",
                 LogLine::prefix(kContainerSource, "PluginContainer").constData());
         return;
     }
-
     m_strCustomizeName =
         CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
     qCDebug(lcPlugins, "getDeviceName: m_strCustomizeName =>%s<=",
             LogLine::arg(m_strCustomizeName).constData());
-
-    populatePluginInfo(strPluginsFile);
-    populatePluginsConfig(strConfigFile);
-    updateCommonOperatorCustomization();
+    readConfiguration(strPluginsFile, strConfigFile);
 
     if (!GetPlugin(PluginClsid::deviceManager(), kDeviceManagerInterface)) {
         qCDebug(lcPlugins, "%s: DeviceMgrUIPlugin LOAD FAILED !!!,,,",
@@ -57,6 +50,36 @@ PluginContainer::PluginContainer(QString strPluginsFile, QString strConfigFile, 
     }
 }
 
+PluginContainer::PluginContainer(const QString &appDir, const QString &customizeName,
+                                 ConfigObserver *observer)
+    : m_strCustomizeName(customizeName)
+    , m_bStart(true)
+    , m_pObserver(observer)
+    , m_bInspectionOnly(true)
+{
+    m_pluginDir.setPath(appDir);
+    createRegistry();
+    readConfiguration(appDir + QStringLiteral("/config/pluginslib.xml"),
+                      appDir + QStringLiteral("/config/PluginsConfig.xml"));
+}
+
+void PluginContainer::createRegistry()
+{
+    m_pHashPlugins = new QHash<QString, PluginInfo *>;
+    m_pListPlugins = new QList<PluginInfo *>;
+    m_pSetCommon = new QSet<QString>;
+    m_pEnableList = new QMultiHash<QString, QString>;
+    m_pDisableList = new QMultiHash<QString, QString>;
+}
+
+void PluginContainer::readConfiguration(const QString &strPluginsFile, const QString &strConfigFile)
+{
+    StartupProfile::Scope phase(QStringLiteral("configuration files"));
+    populatePluginInfo(strPluginsFile);
+    populatePluginsConfig(strConfigFile);
+    updateCommonOperatorCustomization();
+}
+
 PluginContainer::~PluginContainer()
 {
     QMutexLocker locker(&m_mutex);
@@ -70,7 +93,8 @@ PluginContainer::~PluginContainer()
         m_pInitConfigThread = nullptr;
     }
 
-    if (m_pHashPlugins && m_pListPlugins)
+    // Unloading asks for the main plugin, which would load it.
+    if (m_pHashPlugins && m_pListPlugins && !m_bInspectionOnly)
         unloadAllPlugins();
 
     // The hash shares its records with the list; the list deletes them.

@@ -1,6 +1,7 @@
 // The two readers: the plugin library file and the customization file.
 #include "PluginContainer.h"
 
+#include "ConfigObserver.h"
 #include "ContainerLog.h"
 #include "common/XmlReading.h"
 
@@ -128,6 +129,8 @@ void PluginContainer::populatePluginsConfig(QString fileName)
         } else if (xml.name() == QLatin1String("device")) {
             readDeviceElements(xml.attributes().value(QLatin1String("name")).toString(), xml);
         } else if (xml.name() == QLatin1String("customize")) {
+            if (m_pObserver)
+                m_pObserver->operatorSectionSeen(XmlReading::attribute(xml, "name"));
             // Another operator's section is passed over; its children then mean nothing here.
             if (xml.attributes().value(QLatin1String("name")) == m_strCustomizeName)
                 readCustomizeElements(xml);
@@ -144,6 +147,7 @@ void PluginContainer::readCommonElement(QXmlStreamReader &xml)
 {
     while (!xml.atEnd() && !isEndOf(xml, "common")) {
         if (isStartOf(xml, "item")) {
+            noteEntry(xml, "common", QString());
             const QStringRef clsid = xml.attributes().value(QLatin1String("clsid"));
             if (isPluginInList(clsid.toString())) {
                 m_pSetCommon->insert(clsid.toString());
@@ -158,6 +162,8 @@ void PluginContainer::readCommonElement(QXmlStreamReader &xml)
 void PluginContainer::readDeviceElements(QString deviceName, QXmlStreamReader &xml)
 {
     while (!xml.atEnd() && !isEndOf(xml, "plugin")) {
+        if (isStartOf(xml, "add") || isStartOf(xml, "remove"))
+            noteEntry(xml, "device", deviceName);
         if (isStartOf(xml, "add")) {
             addToDisEnableList(deviceName, m_pEnableList,
                                xml.attributes().value(QLatin1String("clsid")), true);
@@ -172,6 +178,8 @@ void PluginContainer::readDeviceElements(QString deviceName, QXmlStreamReader &x
 void PluginContainer::readCustomizeElements(QXmlStreamReader &xml)
 {
     while (!xml.atEnd() && !isEndOf(xml, "plugin")) {
+        if (isStartOf(xml, "add") || isStartOf(xml, "remove"))
+            noteEntry(xml, "customize", m_strCustomizeName);
         if (isStartOf(xml, "add")) {
             const QString clsid = xml.attributes().value(QLatin1String("clsid")).toString();
             if (isPluginInList(clsid)) {
@@ -203,4 +211,14 @@ void PluginContainer::addToDisEnableList(QString owner, QMultiHash<QString, QStr
                 LogLine::arg(owner).constData(), enable ? "enable" : "disable",
                 LogLine::arg(id).constData());
     }
+}
+
+void PluginContainer::noteEntry(const QXmlStreamReader &xml, const char *section,
+                                const QString &owner)
+{
+    if (!m_pObserver)
+        return;
+    const QString clsid = XmlReading::attribute(xml, "clsid");
+    m_pObserver->entryRead(QLatin1String(section), owner, xml.name().toString(), clsid,
+                           isPluginInList(clsid), xml.lineNumber());
 }

@@ -1,6 +1,7 @@
 // The rules that switch records on and off: common set, operator and device sections.
 #include "PluginContainer.h"
 
+#include "ConfigObserver.h"
 #include "ContainerLog.h"
 
 #include <QMutexLocker>
@@ -18,6 +19,8 @@ void PluginContainer::updatePluginInfo(QString clsid, bool enable)
     qCDebug(lcPlugins, "updatePluginInfo: %s %s plugin", enable ? "Enabling" : "Disabling",
             LogLine::arg(clsid).constData());
     info->SetEnabled(enable);
+    if (m_pObserver)
+        m_pObserver->flagSet(clsid, enable);
 }
 
 // Both walks run: records sharing a clsid are only reachable all together through the list.
@@ -40,12 +43,16 @@ void PluginContainer::removePluginInfo(QString clsid)
     m_pHashPlugins->remove(clsid);
     delete info;
     qCDebug(lcPlugins, "removed %s", LogLine::arg(clsid).constData());
+    if (m_pObserver)
+        m_pObserver->recordRemoved(clsid);
 }
 
 void PluginContainer::processFromSet(QSet<QString> *set, bool enable)
 {
     qCDebug(lcPlugins, "%s: enabling from set",
             LogLine::stampedPrefix(kContainerSource, "processFromSet").constData());
+    if (m_pObserver)
+        m_pObserver->ruleStarted(QStringLiteral("common"), QString());
     for (const QString &clsid : qAsConst(*set))
         updatePluginInfo(clsid, enable);
 }
@@ -53,6 +60,8 @@ void PluginContainer::processFromSet(QSet<QString> *set, bool enable)
 // values() gives the most recently filed clsid first.
 void PluginContainer::processFromList(QString key, QMultiHash<QString, QString> *list, bool enable)
 {
+    if (m_pObserver)
+        m_pObserver->ruleStarted(enable ? QStringLiteral("add") : QStringLiteral("remove"), key);
     const QList<QString> clsids = list->values(key);
     for (const QString &clsid : clsids)
         updatePluginInfo(clsid, enable);

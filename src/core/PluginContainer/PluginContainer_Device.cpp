@@ -3,6 +3,7 @@
 
 #include "ContainerLog.h"
 #include "PluginInterfaces.h"
+#include "StartupProfile.h"
 
 #include <NexoSdk.h>
 
@@ -162,7 +163,11 @@ void PluginContainer::StartInitPluginsConfig()
 
 void PluginContainer::startInitPluginsConfig()
 {
-    const QString device = getDeviceName(false);
+    QString device;
+    {
+        StartupProfile::Scope phase(QStringLiteral("device wait"));
+        device = getDeviceName(false);
+    }
     updateDeviceCustomization(device);
     m_bPluginsConfigInitialized = true;
 }

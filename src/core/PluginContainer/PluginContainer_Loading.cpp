@@ -4,6 +4,7 @@
 #include "ContainerLog.h"
 #include "LoadingPassScope.h"
 #include "PluginInterfaces.h"
+#include "StartupProfile.h"
 
 #include <QElapsedTimer>
 #include <QLibrary>
@@ -32,13 +33,16 @@ QByteArray prefix(const char *function)
 // The first file of the directory, in the directory's own order, that yields an instance wins.
 QObject *PluginContainer::loadPlugin(PluginInfo *info, QString url)
 {
-    const QStringList files = m_pLoadingPass ? m_pLoadingPass->listing().filesFor(url)
-                                             : PluginDirectoryListing(m_pluginDir).filesFor(url);
+    if (m_bInspectionOnly)
+        return nullptr;
+    const QStringList files = m_pLoadingPass
+                                  ? m_pLoadingPass->listing().librariesFor(url)
+                                  : PluginDirectoryListing(m_pluginDir).librariesFor(url);
     for (const QString &file : files) {
-        if (!QLibrary::isLibrary(file))
-            continue;
+        const double startMs = StartupProfile::now();
         auto *loader = new QPluginLoader(file);
         QObject *plugin = loader->instance();
+        StartupProfile::recordPluginLoad(info->Name(), StartupProfile::now() - startMs);
         if (plugin) {
             qCDebug(lcPlugins, "%s: strFileName = %s, QObject* plugin loaded successfully %s",
                     prefix("loadPlugin").constData(), LogLine::arg(file).constData(),
@@ -78,6 +82,7 @@ void PluginContainer::initPlugin(QObject *plugin, QString clsid, PluginInfo *inf
     qCCritical(lcPlugins, "%s: base IBasePlugin load success, %s init: Start",
                prefix("initPlugin").constData(), LogLine::arg(info->Name()).constData());
     const bool result = base->Initialize();
+    StartupProfile::recordPluginInit(info->Name(), timer.nsecsElapsed() / 1e6);
     qCCritical(lcPlugins, "%s: base IBasePlugin load success, init=%d, %s init: elapsed=%dms",
                prefix("initPlugin").constData(), result, LogLine::arg(info->Name()).constData(),
                int(timer.elapsed()));

@@ -1,5 +1,6 @@
 #include "PluginDirectoryListing.h"
 
+#include <QLibrary>
 #include <QRegExp>
 
 #include <algorithm>
@@ -36,7 +37,7 @@ QString PluginDirectoryListing::matchKey(const QString &name)
     return key;
 }
 
-QStringList PluginDirectoryListing::filesFor(const QString &url) const
+QStringList PluginDirectoryListing::librariesFor(const QString &url) const
 {
     const QString stem = kLibraryPrefix + url;
     QVector<int> positions = hasWildcard(url) ? positionsMatchingWildcard(stem + QLatin1Char('*'))
@@ -44,8 +45,11 @@ QStringList PluginDirectoryListing::filesFor(const QString &url) const
     std::sort(positions.begin(), positions.end());
     QStringList files;
     files.reserve(positions.size());
-    for (int position : qAsConst(positions))
-        files.append(m_dir.absoluteFilePath(m_entries.at(position)));
+    for (int position : qAsConst(positions)) {
+        const QString file = m_dir.absoluteFilePath(m_entries.at(position));
+        if (QLibrary::isLibrary(file))
+            files.append(file);
+    }
     return files;
 }
 

@@ -15,8 +15,9 @@ class PluginDirectoryListing
 public:
     explicit PluginDirectoryListing(const QDir &dir);
 
-    // Absolute paths of the files the filter "lib" + url + "*" selects, in directory order.
-    QStringList filesFor(const QString &url) const;
+    // Absolute paths of the files the filter "lib" + url + "*" selects that are shared
+    // libraries by name (QLibrary::isLibrary), in directory order: the files loading tries.
+    QStringList librariesFor(const QString &url) const;
 
 private:
     struct IndexEntry

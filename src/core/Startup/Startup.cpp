@@ -3,6 +3,7 @@
 #include "CommonUtils.h"
 #include "PluginContainer.h"
 #include "PluginInterfaces.h"
+#include "StartupProfile.h"
 #include "StartupSource.h"
 #include "common/CoreLogging.h"
 
@@ -64,6 +65,7 @@ bool Startup::initializePluginContainer(QString &strPluginsFile, QString &strCon
 {
     qCDebug(lcStartup, "%s: entered",
             LogLine::prefix(kStartupSource, "initializePluginContainer").constData());
+    StartupProfile::Scope phase(QStringLiteral("container construction"));
     m_pPluginContainer = new PluginContainer(strPluginsFile, strConfigFile, bFlag);
     return true;
 }
@@ -72,6 +74,7 @@ bool Startup::loadMainFramePlugin()
 {
     const QByteArray prefix = LogLine::prefix(kStartupSource, "loadMainFramePlugin");
     qCDebug(lcStartup, "%s: entered", prefix.constData());
+    StartupProfile::Scope phase(QStringLiteral("main-frame plugin"));
 
     m_pUiPlugin = nullptr;
     if (m_pPluginContainer) {

@@ -37,37 +37,11 @@ QSplashScreen *Startup::GetSplashScreen(int &elapsed)
     return pSplash;
 }
 
-bool Startup::haveSplashScreen()
-{
-    bool bSplash = true;
-    XmlReading::FileReader reader(CommonUtils::GetPluginLibraryPath() +
-                                  QStringLiteral("/plugins/XFramePlugin/Config.xml"));
-    // Neither a missing nor an unreadable file is logged here: no splash is the answer.
-    if (reader.open(lcStartup(), QByteArray(), QByteArray()) != XmlReading::FileReader::Opened) {
-        bSplash = false;
-    } else {
-        if (readToNextStart(reader, "function")) {
-            while (!reader.atEnd()) {
-                reader.readNext();
-                if (isEndOf(reader, "function"))
-                    break;
-                if (isStartOf(reader, "splash")) {
-                    bSplash = readSplashValue(reader);
-                    break;
-                }
-            }
-        }
-        const QString strOperator =
-            CommonUtils::GetSettings(QStringLiteral("customize"), QStringLiteral("operator"));
-        if (strOperator != QLatin1String("common"))
-            operatorHaveSplashScreen(reader, strOperator, bSplash);
-    }
-    qCDebug(lcStartup, "%s: splash=%d",
-            LogLine::prefix(kStartupSource, "haveSplashScreen").constData(), int(bSplash));
-    return bSplash;
-}
+namespace {
 
-void Startup::operatorHaveSplashScreen(QXmlStreamReader &reader, QString strOperator, bool &bSplash)
+// The operator's "customize" element and the "splash" after it; the reason says what decided.
+void readOperatorSplash(QXmlStreamReader &reader, const QString &strOperator, bool &bSplash,
+                        QString &reason)
 {
     QString strDevice;
     bool bFound = false;
@@ -78,17 +52,72 @@ void Startup::operatorHaveSplashScreen(QXmlStreamReader &reader, QString strOper
             bFound = true;
         }
     }
-    if (!bFound)
+    if (!bFound) {
+        reason += QStringLiteral("; no customize section for operator \"%1\"").arg(strOperator);
         return;
+    }
 
     // The search for "splash" runs on past the end of this "customize" element, so a later
     // element's value can be taken when this one has none.
-    if (!readToNextStart(reader, "splash"))
+    if (!readToNextStart(reader, "splash")) {
+        reason += QStringLiteral("; operator \"%1\" has no splash element").arg(strOperator);
         return;
+    }
     bSplash = readSplashValue(reader);
+    reason = QStringLiteral("operator \"%1\" says %2").arg(strOperator, bSplash ? "true" : "false");
     // An operator customization bound to a device never shows the splash.
-    if (bSplash && !strDevice.isEmpty())
+    if (bSplash && !strDevice.isEmpty()) {
         bSplash = false;
+        reason +=
+            QStringLiteral(", but its customization is bound to device \"%1\"").arg(strDevice);
+    }
+}
+
+} // namespace
+
+Startup::SplashDecision Startup::decideSplash(const QString &appDir, const QString &strOperator)
+{
+    SplashDecision decision{true, QStringLiteral("function section has no splash element")};
+    XmlReading::FileReader reader(appDir + QStringLiteral("/plugins/XFramePlugin/Config.xml"));
+    // Neither a missing nor an unreadable file is logged here: no splash is the answer.
+    if (reader.open(lcStartup(), QByteArray(), QByteArray()) != XmlReading::FileReader::Opened)
+        return {false, QStringLiteral("no main-frame configuration file")};
+
+    if (readToNextStart(reader, "function")) {
+        while (!reader.atEnd()) {
+            reader.readNext();
+            if (isEndOf(reader, "function"))
+                break;
+            if (isStartOf(reader, "splash")) {
+                decision.splash = readSplashValue(reader);
+                decision.reason = QStringLiteral("function section says %1")
+                                      .arg(decision.splash ? "true" : "false");
+                break;
+            }
+        }
+    }
+    if (strOperator != QLatin1String("common"))
+        readOperatorSplash(reader, strOperator, decision.splash, decision.reason);
+    else
+        decision.reason += QStringLiteral("; operator \"common\" consults no operator section");
+    return decision;
+}
+
+bool Startup::haveSplashScreen()
+{
+    const bool bSplash = decideSplash(CommonUtils::GetPluginLibraryPath(),
+                                      CommonUtils::GetSettings(QStringLiteral("customize"),
+                                                               QStringLiteral("operator")))
+                             .splash;
+    qCDebug(lcStartup, "%s: splash=%d",
+            LogLine::prefix(kStartupSource, "haveSplashScreen").constData(), int(bSplash));
+    return bSplash;
+}
+
+void Startup::operatorHaveSplashScreen(QXmlStreamReader &reader, QString strOperator, bool &bSplash)
+{
+    QString reason;
+    readOperatorSplash(reader, strOperator, bSplash, reason);
 }
 
 void Startup::showSplashScreen()
