@@ -8,11 +8,13 @@
 #include "PluginInterfaces.h"
 #include "SettingsLocation.h"
 #include "Startup.h"
+#include "StartupProfile.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPixmap>
 #include <QWidget>
+#include <QWindow>
 
 #include <cstdio>
 #include <utility>
@@ -51,10 +53,15 @@ AppController::~AppController()
 
 void AppController::start()
 {
-    applySkin();
-    selectBackend();
-    configureSimulator();
-    applyLanguageAndOperator();
+    if (m_options.profile)
+        m_app.installEventFilter(this);
+    {
+        StartupProfile::Scope phase(QStringLiteral("skin and settings"));
+        applySkin();
+        selectBackend();
+        configureSimulator();
+        applyLanguageAndOperator();
+    }
 
     m_pStartup = std::make_unique<Startup>(m_options.noSplash);
     printRunInfo();
@@ -131,6 +138,7 @@ void AppController::pollPluginsConfig()
     // The device customization is in place: load every enabled start-up plugin, then bring the
     // loaded set in line with it. The update is also what loads the plugins that start-up
     // loading postpones, so it has to come second.
+    StartupProfile::Scope phase(QStringLiteral("start-up loading"));
     pContainer->LoadAllStaticOrActivePlugin();
     pContainer->UpdateAllStaticOrActivePlugins();
 }
@@ -165,10 +173,29 @@ void AppController::writeScreenshot()
     std::fflush(stdout);
 }
 
+bool AppController::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Expose) {
+        const auto *window = qobject_cast<QWindow *>(watched);
+        IMainFrameUIService *pService = Startup::GetMainFrameService();
+        const QWidget *pMain = pService ? pService->GetMainWindow() : nullptr;
+        if (window && pMain && window == pMain->windowHandle() && window->isExposed()) {
+            StartupProfile::recordPhase(QStringLiteral("first window shown"), 0,
+                                        StartupProfile::now());
+            m_app.removeEventFilter(this);
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 void AppController::shutDown()
 {
     if (!m_pStartup)
         return;
+    if (m_options.profile) {
+        std::fputs(qPrintable(StartupProfile::table()), stdout);
+        std::fflush(stdout);
+    }
     m_configPoll.stop();
     CommonUtils::SetShutDownFlag();
     CommonUtils::WaitThreadsStop();

@@ -27,6 +27,10 @@ public:
     // False when a screenshot was asked for and could not be written.
     bool succeeded() const { return m_bSucceeded; }
 
+protected:
+    // With --profile: notes when the main window is first on screen.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void applySkin();
     void selectBackend();

@@ -30,7 +30,7 @@ public:
     static void recordPluginLoad(const QString &name, double ms);
     static void recordPluginInit(const QString &name, double ms);
 
-    // Phases in the order they started; a phase recorded twice keeps both entries.
+    // Phases in the order they ended; a phase recorded twice keeps both entries.
     static QList<Phase> phases();
     // Every plugin loaded or initialised, the slowest (load and init together) first.
     static QList<PluginTimes> pluginsSlowestFirst();
