@@ -24,8 +24,8 @@ QString text(const char *id)
 
 } // namespace
 
-MainWindow::MainWindow(QWidget *pParent)
-    : QMainWindow(pParent)
+MainWindow::MainWindow(QWidget *pParent, Qt::WindowFlags flags)
+    : QMainWindow(pParent, flags)
 {
     setObjectName(QStringLiteral("XFramePlugin_MainFrameWindow"));
     setWindowTitle(text("IDS_APP_TITLE"));

@@ -13,7 +13,7 @@ class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    explicit MainWindow(QWidget *pParent = nullptr);
+    explicit MainWindow(QWidget *pParent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
 
     // Fills the list of loaded plugins from the container.
     void refreshPluginList();

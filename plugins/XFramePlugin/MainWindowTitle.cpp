@@ -25,7 +25,8 @@ MainWindowTitle::MainWindowTitle(QWidget *pWindow, int titleHeight, int frameWid
     , m_pWindow(pWindow)
     , m_iTitleHeight(titleHeight)
 {
-    pWindow->setWindowFlags(pWindow->windowFlags() | Qt::FramelessWindowHint);
+    if (!pWindow->windowFlags().testFlag(Qt::FramelessWindowHint))
+        pWindow->setWindowFlags(pWindow->windowFlags() | Qt::FramelessWindowHint);
     pWindow->setContentsMargins(frameWidth, titleHeight, frameWidth, frameWidth);
     // In mini mode the window shrinks to a 160 x 30 strip that shows only the title bar; the
     // contents' minimum size must not hold it back.

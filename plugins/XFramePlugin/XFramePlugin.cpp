@@ -56,7 +56,9 @@ void XFramePlugin::Create(QWidget *pParent, const QRect &rect)
 {
     PluginSupport::logCall(kName, "Create");
     if (!m_pWindow) {
-        m_pWindow = new MainWindow(pParent);
+        // Frameless from the start: changing the flags later polishes every child again.
+        m_pWindow = new MainWindow(pParent, m_config.customTitleBar ? Qt::FramelessWindowHint
+                                                                    : Qt::WindowFlags());
         if (m_config.customTitleBar)
             new MainWindowTitle(m_pWindow, m_config.titleHeight, m_config.frameWidth);
     }
