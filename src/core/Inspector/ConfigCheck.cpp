@@ -77,20 +77,17 @@ void checkRecords(const InspectedContainer &container, const QString &appDir, Pr
             problems.add(pluginsFile, QStringLiteral("plugin %1: no library lib%2*.so in %3")
                                           .arg(info->Name(), info->Url(), appDir));
     }
-    for (auto it = byClsid.cbegin(); it != byClsid.cend(); ++it) {
-        if (it.value().size() > 1)
-            problems.add(pluginsFile, QStringLiteral("clsid %1 is used by %2 records: %3")
-                                          .arg(it.key())
-                                          .arg(it.value().size())
-                                          .arg(it.value().join(QLatin1String(", "))));
-    }
-    for (auto it = byName.cbegin(); it != byName.cend(); ++it) {
-        if (it.value().size() > 1)
-            problems.add(pluginsFile, QStringLiteral("name %1 is used by %2 records: %3")
-                                          .arg(it.key())
-                                          .arg(it.value().size())
-                                          .arg(it.value().join(QLatin1String(", "))));
-    }
+    const auto reportShared = [&](const QHash<QString, QStringList> &owners, const char *what) {
+        for (auto it = owners.cbegin(); it != owners.cend(); ++it) {
+            if (it.value().size() > 1)
+                problems.add(pluginsFile, QStringLiteral("%1 %2 is used by %3 records: %4")
+                                              .arg(QLatin1String(what), it.key())
+                                              .arg(it.value().size())
+                                              .arg(it.value().join(QLatin1String(", "))));
+        }
+    };
+    reportShared(byClsid, "clsid");
+    reportShared(byName, "name");
     if (!byName.contains(container.mainPlugin()))
         problems.add(
             pluginsFile,
