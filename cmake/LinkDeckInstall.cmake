@@ -11,7 +11,7 @@ include(CMakePackageConfigHelpers)
 install(TARGETS core sdk EXPORT LinkDeckCoreTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     INCLUDES DESTINATION ${LINKDECK_INSTALL_INCLUDEDIR})
-# One folder: the core's headers include the SDK's by plain name.
+# One folder for both, so that the headers find each other by plain name.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/ ${PROJECT_SOURCE_DIR}/src/sdk/include/
     DESTINATION ${LINKDECK_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h")
