@@ -4,6 +4,7 @@ set -euo pipefail
 
 packages=(
   build-essential cmake ninja-build pkg-config
+  desktop-file-utils dpkg-dev
   qtbase5-dev qtbase5-dev-tools libqt5svg5-dev
   libbenchmark-dev
   mobile-broadband-provider-info
