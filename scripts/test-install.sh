@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks what integrators and plugin authors get: `cmake --install` of the build into a temporary
 # prefix, no path into the source or build tree in the installed files, the desktop entry, the
-# example plugin built out of tree against the prefix and loaded by the installed application,
+# installed configuration passing `linkdeck --check-config`, the example plugin built out of tree against the prefix and loaded by the installed application,
 # pkg-config, and the Debian package unpacked and started. Reuses ${BUILD_DIR:-build}.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -19,6 +19,12 @@ run_linkdeck() {
         LINKDECK_SETTINGS="$tmp/settings-$RANDOM.ini" \
         QT_LOGGING_RULES='*.debug=true;qt.*.debug=false' \
         "$exe" --no-splash "$@") >"$log" 2>&1
+}
+# The installed application's own configuration check must find nothing.
+check_config() {
+    env -u LD_LIBRARY_PATH "$prefix/bin/linkdeck" --check-config >"$tmp/check.log" 2>&1 ||
+        { cat "$tmp/check.log" >&2; fail "linkdeck --check-config $1"; }
+    echo "linkdeck --check-config: no problem $1"
 }
 # Fails unless the log has a line matching the extended regular expression.
 require_line() {
@@ -78,6 +84,9 @@ step "(c) desktop entry"
 desktop-file-validate "$prefix/share/applications/linkdeck.desktop" || fail "desktop-file-validate"
 echo "linkdeck.desktop is valid"
 
+step "(c2) the shipped configuration passes linkdeck --check-config"
+check_config "in the installed configuration"
+
 step "(d) the example plugin, built out of tree against the prefix and loaded"
 cp -r examples/hello-plugin "$tmp/hello-src"
 env -u CMAKE_PREFIX_PATH cmake -S "$tmp/hello-src" -B "$tmp/hello-build" \
@@ -113,6 +122,7 @@ for name, anchor, text in (("pluginslib.xml", "</pluginslib>", record),
     with open(path, "w", encoding="utf-8") as f:
         f.write(doc.replace(anchor, text + anchor))
 PY
+check_config "with HelloPlugin registered"
 log=$tmp/hello-run.log
 run_linkdeck "$prefix/bin/linkdeck" "$log" --quit-after 4000 || { tail -n 40 "$log" >&2; fail "linkdeck with HelloPlugin exited non-zero"; }
 require_line "$log" "strFileName = $prefix/lib/linkdeck/libHelloPlugin\.so, QObject\* plugin loaded successfully" "HelloPlugin loaded from the prefix"
