@@ -48,7 +48,7 @@ AppOptions parseAppOptions(const QCoreApplication &app)
     const QCommandLineOption operatorOption(
         QStringLiteral("operator"),
         QStringLiteral("Operator customization name reported by the device and stored in the "
-                       "settings."),
+                       "settings (an inspection only uses it)."),
         QStringLiteral("name"));
     const QCommandLineOption language(QStringLiteral("language"),
                                       QStringLiteral("User-interface language, e.g. de-de."),

@@ -186,11 +186,20 @@ void checkMenusAndToolBars(const InspectedContainer &container, const QString &a
 QList<ConfigInspector::Problem> ConfigInspector::check() const
 {
     ProblemList problems(m_appDir);
-    checkWellFormed(m_appDir, problems);
-    for (const QString &file : {kPluginsFile, kCustomizationFile}) {
-        if (!QFileInfo::exists(problems.path(file)))
-            problems.add(problems.path(file), QStringLiteral("missing"));
+    if (!QFileInfo(m_appDir).isDir()) {
+        problems.add(m_appDir, m_appDir + QStringLiteral(" is not a directory"));
+        return problems.take();
     }
+    checkWellFormed(m_appDir, problems);
+    bool missing = false;
+    for (const QString &file : {kPluginsFile, kCustomizationFile}) {
+        if (!QFileInfo::exists(problems.path(file))) {
+            problems.add(problems.path(file), QStringLiteral("missing"));
+            missing = true;
+        }
+    }
+    if (missing)
+        return problems.take();
 
     // Every record as the file has it: no operator section takes any out.
     ConfigTrace trace;
